@@ -1,0 +1,47 @@
+// alloc.h - heap copies of strings, owned by the caller.
+//
+// A heap copy is released with _zstrdupfree (never with free or delete).
+// None of these functions reports a warning: a NULL source gives NULL.
+#ifndef ZELSTR_ALLOC_H
+#define ZELSTR_ALLOC_H
+
+#include "zelstr/export.h"
+
+// Returns a new block of strlen(src) + extra + 1 bytes holding a copy of
+// `src` with its terminator; the `extra` bytes after the terminator are left
+// as they are.  NULL when `src` is NULL or memory is short.
+ZELSTR_API char* _zstrdupalloc(char const* src, unsigned int extra);
+
+// Returns a new block of n + extra + 1 bytes: the first `n` bytes of `src`
+// copied as they stand (an earlier terminator is not looked for, so `src`
+// must have `n` readable bytes) and a zero at position `n`.  NULL when `src`
+// is NULL or memory is short.
+ZELSTR_API char* _zstrdupnalloc(char const* src, unsigned int n, unsigned int extra);
+
+// Releases a block from _zstrdupalloc or _zstrdupnalloc, if `p` is not NULL,
+// and sets `p` to NULL.
+ZELSTR_API void _zstrdupfree(char*& p);
+
+// Owns a heap copy of a string (or NULL).
+//
+// Copying a CStringAlloc copies the pointer only: the copy and its source
+// share one text, and destroying both releases that text twice.  Keep exactly
+// one owner; pass the others as plain pointers.
+class ZELSTR_API CStringAlloc {
+ public:
+  // Copies `src` (strlen + 1 bytes); holds NULL when `src` is NULL.
+  CStringAlloc(char const* src);
+  // Releases the copy and sets the member to NULL.
+  virtual ~CStringAlloc();
+
+  CStringAlloc(CStringAlloc const&) = default;
+  CStringAlloc& operator=(CStringAlloc const&) = default;
+
+  operator char const*() const { return m_pszString; }
+  operator char*() { return m_pszString; }
+
+ private:
+  char* m_pszString;
+};
+
+#endif  // ZELSTR_ALLOC_H

@@ -1,0 +1,15 @@
+// types.h - values shared by every part of the library.
+#ifndef ZELSTR_TYPES_H
+#define ZELSTR_TYPES_H
+
+#include <cstdint>
+
+// Error result of the length-variation functions: the signed 32-bit value
+// -2147483647 (bit pattern 0x80000001).
+#define ZEAL_STR_ERR (-2147483647)
+
+// The invalid map handle: the same bit pattern, sign-extended to a pointer.
+#define ZEAL_STR_BAD_MAP \
+  (reinterpret_cast<void*>(static_cast<std::intptr_t>(ZEAL_STR_ERR)))
+
+#endif  // ZELSTR_TYPES_H

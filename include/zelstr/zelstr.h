@@ -1,0 +1,20 @@
+// zelstr.h - the whole interface of the ZelStr32 string library.
+//
+// The library works on 8-bit zero-terminated strings.  A bad argument never
+// stops a call: the function reports a warning to the error-handler service
+// (errsvc/errsvc.h) and returns the fallback value its message names.
+#ifndef ZELSTR_ZELSTR_H
+#define ZELSTR_ZELSTR_H
+
+#include "zelstr/alloc.h"
+#include "zelstr/append.h"
+#include "zelstr/bytes.h"
+#include "zelstr/compare.h"
+#include "zelstr/copy.h"
+#include "zelstr/length.h"
+#include "zelstr/position.h"
+#include "zelstr/scratch.h"
+#include "zelstr/types.h"
+#include "zelstr/version.h"
+
+#endif  // ZELSTR_ZELSTR_H

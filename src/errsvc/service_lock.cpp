@@ -1,0 +1,15 @@
+// service_lock.cpp - the one lock of the service's lists.
+#include "service_lock.h"
+
+namespace errsvc::detail {
+
+zelstr::platform::CriticalSection& service_lock() {
+  static zelstr::platform::CriticalSection* const lock = [] {
+    auto* cs = new zelstr::platform::CriticalSection;
+    cs->Initialize();
+    return cs;
+  }();
+  return *lock;
+}
+
+}  // namespace errsvc::detail

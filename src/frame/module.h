@@ -1,0 +1,69 @@
+// module.h - the module's entry, its load and unload sequences, and the
+// state that lives from load to unload.
+//
+// Subsystems that keep caches between calls hook their release into the
+// unload sequence with a static UnloadHook naming their step; the steps run
+// in the order of UnloadStep, whatever order the hooks were declared in.
+//
+//   namespace { void release_regex_cache() { ... }
+//               frame::UnloadHook g_hook(frame::UnloadStep::kRegexCache,
+//                                        &release_regex_cache); }
+#ifndef ZELSTR_FRAME_MODULE_H
+#define ZELSTR_FRAME_MODULE_H
+
+#include "platform/critical_section.h"
+
+namespace zelstr::frame {
+
+// Reasons the loader gives the entry.
+inline constexpr unsigned long kProcessDetach = 0;
+inline constexpr unsigned long kProcessAttach = 1;
+inline constexpr unsigned long kThreadAttach = 2;
+inline constexpr unsigned long kThreadDetach = 3;
+
+// The module's entry.  At attach: keeps `instance`, initialises the three
+// critical sections (third, second, first) and runs the load steps.  At
+// detach: runs the unload steps in order, then deletes the critical sections.
+// Returns 1 (TRUE) for every reason.
+int module_entry(void* instance, unsigned long reason, void* reserved);
+
+// The instance handle kept at attach (used to load resource strings).
+void* module_instance();
+
+// Work done at load, after the critical sections exist.
+enum class LoadStep {
+  kCaseTables,  // build the ASCII case tables
+  kCount
+};
+
+// Releases done at unload, in this order.
+enum class UnloadStep {
+  kConnectionArena,    // drop every connection's settings
+  kObjectList,         // delete the module-wide list of objects
+  kModuleArrays,       // release the five module-wide arrays
+  kPurgeBuffers,       // the cached buffers of _zstrpurge
+  kMatchWorkerCaches,  // mapped MATCH, LIKE and MATCH workers, in that order
+  kRegexCache,         // the compiled-expression cache
+  kMatchReCache,       // the cache of Tcl_MatchRE
+  kCrackBuffers,       // the module buffer and the name-cracking buffers
+  kDefaultMap,         // the default character map
+  kCount
+};
+
+// Declaring one of these (as a static object) makes `run` part of the load
+// or unload sequence at `step`.  Each step has at most one owner.
+struct LoadHook {
+  LoadHook(LoadStep step, void (*run)());
+};
+struct UnloadHook {
+  UnloadHook(UnloadStep step, void (*run)());
+};
+
+// The module's three critical sections, created at load and deleted at
+// unload: index 0 is the first, 2 the third.
+inline constexpr int kCriticalSectionCount = 3;
+platform::CriticalSection& critical_section(int index);
+
+}  // namespace zelstr::frame
+
+#endif  // ZELSTR_FRAME_MODULE_H

@@ -1,0 +1,88 @@
+// print_arena.cpp - _zstrprintf, _zstrvprintf and their rotating arenas.
+//
+// Each result starts one past the previous result's terminator.  Once that
+// position lies past the wrap threshold (512 KB), results start again at the
+// arena's beginning, so every result stays valid until about 512 KB of later
+// results have been written.  The last-but-two and last-but-one bytes of an
+// arena are guards: formatting may run into the first guard but never past
+// it, and a guard found non-zero after formatting means the text did not fit.
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "frame/message_box.h"
+#include "frame/messages.h"
+#include "zelstr/scratch.h"
+
+namespace {
+
+constexpr std::size_t kPrintArenaSize = 655360;
+constexpr std::size_t kWrapThreshold = 524288;
+constexpr std::size_t kFirstGuard = kPrintArenaSize - 3;
+constexpr std::size_t kSecondGuard = kPrintArenaSize - 2;
+
+struct PrintArena {
+  char bytes[kPrintArenaSize];
+  char* last;  // the previous result, or NULL
+};
+
+PrintArena g_printf_arena;
+PrintArena g_vprintf_arena;
+
+char* next_position(PrintArena const& arena) {
+  if (arena.last == nullptr) return const_cast<char*>(arena.bytes);
+  char* const next = arena.last + std::strlen(arena.last) + 1;
+  return next > arena.bytes + kWrapThreshold ? const_cast<char*>(arena.bytes) : next;
+}
+
+// Formats at `position`; true when the text fitted before the guards.
+bool format_at(PrintArena& arena, char* position, char const* format, va_list args) {
+  arena.bytes[kFirstGuard] = '\0';
+  arena.bytes[kSecondGuard] = '\0';
+  va_list copy;
+  va_copy(copy, args);
+  // The limit lets the text reach the first guard but leaves the second one
+  // for the terminator.
+  int const n = std::vsnprintf(position, arena.bytes + kSecondGuard + 1 - position, format, copy);
+  va_end(copy);
+  if (n < 0) *position = '\0';
+  return arena.bytes[kFirstGuard] == '\0' && arena.bytes[kSecondGuard] == '\0';
+}
+
+void warn_result_truncated() {
+  char text[64];
+  std::snprintf(text, sizeof text, zelstr::frame::msg::kPrintTruncatedFormat,
+                static_cast<int>(kFirstGuard / 1024));
+  zelstr::frame::show_message_box(text, zelstr::frame::msg::kPrintTruncatedCaption,
+                                  zelstr::frame::kWarningBoxStyle);
+}
+
+char* format_in(PrintArena& arena, char const* format, va_list args) {
+  char* position = next_position(arena);
+  *position = '\0';
+  arena.last = position;
+  if (format == nullptr || *format == '\0') return position;
+  if (format_at(arena, position, format, args)) return position;
+  if (position != arena.bytes) {
+    position = arena.bytes;
+    arena.last = position;
+    if (format_at(arena, position, format, args)) return position;
+  }
+  warn_result_truncated();
+  arena.bytes[kSecondGuard] = '\0';
+  return position;
+}
+
+}  // namespace
+
+char* _zstrprintf(char const* format, ...) {
+  va_list args;
+  va_start(args, format);
+  char* const result = format_in(g_printf_arena, format, args);
+  va_end(args);
+  return result;
+}
+
+char* _zstrvprintf(char const* format, va_list args) {
+  return format_in(g_vprintf_arena, format, args);
+}

@@ -1,0 +1,23 @@
+// report.h - warnings of the `_zstr` functions.
+#ifndef ZELSTR_STR_REPORT_H
+#define ZELSTR_STR_REPORT_H
+
+#include <cstdint>
+
+#include "frame/report.h"
+
+namespace zelstr::str {
+
+namespace msg = frame::msg;
+
+// Reports `message` for an exported `_z` function of this unit.
+inline void warn(frame::Message const& message, int line = __builtin_LINE()) {
+  frame::report(frame::Unit::zeal_str, message, frame::kUnknownFunction, line);
+}
+
+// Counts are unsigned 32-bit: a wider count is cut to its low 32 bits.
+inline std::uint32_t count32(unsigned long count) { return static_cast<std::uint32_t>(count); }
+
+}  // namespace zelstr::str
+
+#endif  // ZELSTR_STR_REPORT_H
