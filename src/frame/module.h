@@ -4,14 +4,20 @@
 // Subsystems that keep caches between calls hook their release into the
 // unload sequence with a static UnloadHook naming their step; the steps run
 // in the order of UnloadStep, whatever order the hooks were declared in.
+// Hooks are declared ZELSTR_MODULE_HOOK, so that they are in place before
+// the module's entry runs at load:
 //
 //   namespace { void release_regex_cache() { ... }
-//               frame::UnloadHook g_hook(frame::UnloadStep::kRegexCache,
-//                                        &release_regex_cache); }
+//               ZELSTR_MODULE_HOOK frame::UnloadHook g_hook(
+//                   frame::UnloadStep::kRegexCache, &release_regex_cache); }
 #ifndef ZELSTR_FRAME_MODULE_H
 #define ZELSTR_FRAME_MODULE_H
 
+#include "frame/init_order.h"
 #include "platform/critical_section.h"
+
+// Static hook objects are built with the source units, before the entry.
+#define ZELSTR_MODULE_HOOK ZELSTR_INIT_UNITS
 
 namespace zelstr::frame {
 
@@ -50,8 +56,8 @@ enum class UnloadStep {
   kCount
 };
 
-// Declaring one of these (as a static object) makes `run` part of the load
-// or unload sequence at `step`.  Each step has at most one owner.
+// Declaring one of these (as a ZELSTR_MODULE_HOOK static object) makes `run`
+// part of the load or unload sequence at `step`.  Each step has one owner.
 struct LoadHook {
   LoadHook(LoadStep step, void (*run)());
 };

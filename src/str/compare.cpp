@@ -3,8 +3,8 @@
 #include "zelstr/compare.h"
 
 #include <cstring>
-#include <strings.h>
 
+#include "platform/case_compare.h"
 #include "str/report.h"
 
 using namespace zelstr::str;
@@ -60,7 +60,7 @@ int _zstrcmp(char const* s1, char const* s2) {
 }
 
 int _zstricmp(char const* s1, char const* s2) {
-  return compare(s1, s2, kStricmpWarnings, ::strcasecmp);
+  return compare(s1, s2, kStricmpWarnings, zelstr::platform::case_compare);
 }
 
 int _zstrncmp(char const* s1, char const* s2, unsigned long count) {
@@ -68,7 +68,7 @@ int _zstrncmp(char const* s1, char const* s2, unsigned long count) {
 }
 
 int _zstrnicmp(char const* s1, char const* s2, unsigned long count) {
-  return compare_n(s1, s2, count, kStrnicmpWarnings, ::strncasecmp);
+  return compare_n(s1, s2, count, kStrnicmpWarnings, zelstr::platform::case_compare_n);
 }
 
 int _zstrnullisablecmp(char const* s1, char const* s2) {
@@ -78,5 +78,5 @@ int _zstrnullisablecmp(char const* s1, char const* s2) {
 
 int _zstrnullisableicmp(char const* s1, char const* s2) {
   if (s1 == nullptr || s2 == nullptr) return null_order(s1, s2);
-  return sign(::strcasecmp(s1, s2));
+  return sign(zelstr::platform::case_compare(s1, s2));
 }
