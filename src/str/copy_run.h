@@ -20,8 +20,8 @@ inline char* copy_run(char* dest, char const* src, std::size_t run, std::uint32_
 // The strncpy rule: exactly `count` bytes, the string then zeros; nothing
 // is done when `dest` is `src` or `count` is 0.
 inline char* strncpy_rule(char* dest, char const* src, std::uint32_t count) {
-  if (dest != src && count != 0) std::strncpy(dest, src, count);
-  return dest;
+  if (dest == src || count == 0) return dest;
+  return std::strncpy(dest, src, count);
 }
 
 // Length of the leading run of `s` that holds no byte of `reject`; a NULL or

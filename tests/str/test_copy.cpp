@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t kArena = 96;
+constexpr std::size_t kArena = 128;  // src < 56, dest + count < 100
 
 // A buffer with a string at `src_at` and the rest filled with '#'.
 struct Scene {
