@@ -27,10 +27,13 @@ std::string text_of(long size, char first) {
 template <class Call>
 void add(char const* name, std::vector<long> const& sizes, Call call) {
   for (long size : sizes) {
-    benchmark::RegisterBenchmark(name, [call, size](State& state) {
-      call(state, size);
-      state.SetBytesProcessed(state.iterations() * size);
-    })->Arg(size)->MinTime(0.2);
+    benchmark::RegisterBenchmark(name,
+                                 [call, size](State& state) {
+                                   call(state, size);
+                                   state.SetBytesProcessed(state.iterations() * size);
+                                 })
+        ->Arg(size)
+        ->MinTime(0.2);
   }
 }
 
@@ -82,9 +85,8 @@ void register_all() {
   });
   std::vector<long> const print_sizes = {16, 1024, 256 << 10};
   static std::vector<char> out(static_cast<std::size_t>(print_sizes.back()) + 1);
-  add("printf:_zstrprintf", print_sizes, [](State& st, long n) {
-    print(st, n, [](char const* s) { return _zstrprintf("%s", s); });
-  });
+  add("printf:_zstrprintf", print_sizes,
+      [](State& st, long n) { print(st, n, [](char const* s) { return _zstrprintf("%s", s); }); });
   add("printf:snprintf", print_sizes, [](State& st, long n) {
     print(st, n, [](char const* s) { return std::snprintf(out.data(), out.size(), "%s", s); });
   });

@@ -9,8 +9,8 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
   ConsoleReporter::ReportRuns(runs);
   for (Run const& run : runs) {
     // With repetitions, the median stands for the benchmark; without, the run.
-    bool const usable = run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median"
-                                                          : run.repetitions <= 1;
+    bool const usable =
+        run.run_type == Run::RT_Aggregate ? run.aggregate_name == "median" : run.repetitions <= 1;
     if (!usable || run.error_occurred) continue;
     std::string const name = run.run_name.str();
     std::size_t const colon = name.find(':');

@@ -54,8 +54,8 @@ class ERRSVC_API CErrorDescription {
   static void* operator new(std::size_t size) noexcept;
   static void operator delete(void* p) noexcept;
 
-  CErrorDescription(int line, char const* file, char const* function, int id,
-                    char const* text, int severity, unsigned extra);
+  CErrorDescription(int line, char const* file, char const* function, int id, char const* text,
+                    int severity, unsigned extra);
 
   int Line() const { return m_nLine; }
   char const* File() const { return m_strFile.c_str(); }

@@ -9,7 +9,6 @@
 #define ZEAL_STR_ERR (-2147483647)
 
 // The invalid map handle: the same bit pattern, sign-extended to a pointer.
-#define ZEAL_STR_BAD_MAP \
-  (reinterpret_cast<void*>(static_cast<std::intptr_t>(ZEAL_STR_ERR)))
+#define ZEAL_STR_BAD_MAP (reinterpret_cast<void*>(static_cast<std::intptr_t>(ZEAL_STR_ERR)))
 
 #endif  // ZELSTR_TYPES_H

@@ -54,9 +54,8 @@ void* CErrorDescription::operator new(std::size_t size) noexcept {
 
 void CErrorDescription::operator delete(void* p) noexcept { ::operator delete(p); }
 
-CErrorDescription::CErrorDescription(int line, char const* file, char const* function,
-                                     int id, char const* text, int severity,
-                                     unsigned extra)
+CErrorDescription::CErrorDescription(int line, char const* file, char const* function, int id,
+                                     char const* text, int severity, unsigned extra)
     : m_nLine(line),
       m_strFile(text_or_empty(file)),
       m_strFunction(text_or_empty(function)),
@@ -75,9 +74,8 @@ int ErrHandDLL_AddError(CErrorDescription* record) {
       ++g_null_records;
       return static_cast<int>(filed().size());
     }
-    copy = errsvc::Record{record->Line(), record->File(),  record->Function(),
-                          record->Id(),   record->Text(),  record->Severity(),
-                          record->Extra()};
+    copy = errsvc::Record{record->Line(), record->File(),     record->Function(), record->Id(),
+                          record->Text(), record->Severity(), record->Extra()};
     delete record;
     filed().push_back(copy);
     filed_count = static_cast<int>(filed().size());

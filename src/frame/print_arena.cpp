@@ -29,10 +29,10 @@ struct PrintArena {
 PrintArena g_printf_arena;
 PrintArena g_vprintf_arena;
 
-char* next_position(PrintArena const& arena) {
-  if (arena.last == nullptr) return const_cast<char*>(arena.bytes);
+char* next_position(PrintArena& arena) {
+  if (arena.last == nullptr) return arena.bytes;
   char* const next = arena.last + std::strlen(arena.last) + 1;
-  return next > arena.bytes + kWrapThreshold ? const_cast<char*>(arena.bytes) : next;
+  return next > arena.bytes + kWrapThreshold ? arena.bytes : next;
 }
 
 // Formats at `position`; true when the text fitted before the guards.

@@ -22,9 +22,8 @@ std::atomic<int> g_current_message_id{0};
 // with the system's text for the error that the load left behind.
 char const* load_message_text(int id) {
   char* const text = ErrHand_BufferForLoadString();
-  if (id >= 0 &&
-      platform::load_string(module_instance(), static_cast<unsigned>(id), text,
-                            kLoadStringBufferSize) != 0) {
+  if (id >= 0 && platform::load_string(module_instance(), static_cast<unsigned>(id), text,
+                                       kLoadStringBufferSize) != 0) {
     return text;
   }
   // Taken before any other call can overwrite it.
@@ -37,13 +36,13 @@ char const* load_message_text(int id) {
 
 // Builds the record in `memory` (from the service's allocator, may be NULL)
 // and files it.  A record that cannot be built is filed as NULL.
-void file_record(void* memory, int line, Unit unit, char const* function, int id,
-                 char const* text, int severity) {
+void file_record(void* memory, int line, Unit unit, char const* function, int id, char const* text,
+                 int severity) {
   CErrorDescription* record = nullptr;
   if (memory != nullptr) {
     try {
-      record = ::new (memory) CErrorDescription(line, unit_short_name(unit), function, id,
-                                                text, severity, 0);
+      record = ::new (memory)
+          CErrorDescription(line, unit_short_name(unit), function, id, text, severity, 0);
     } catch (...) {
       CErrorDescription::operator delete(memory);
     }

@@ -8,10 +8,10 @@ namespace zelstr::frame {
 namespace {
 
 constexpr char const* kUnitPaths[kUnitCount] = {
-    "codeformater",     "connectionenv",      "connforplsqlstrfncs", "connforstrfncs",
-    "connfortsqlstrfncs", "dllmain",          "findmanystrhoary",    "findmanystrold",
-    "growingstring",    "zeal_str",           "zealstrhelper",       "zelstroraclefnc",
-    "zelstrsqlserverfnc", "regexptcl",        "stringscan",
+    "codeformater",       "connectionenv", "connforplsqlstrfncs", "connforstrfncs",
+    "connfortsqlstrfncs", "dllmain",       "findmanystrhoary",    "findmanystrold",
+    "growingstring",      "zeal_str",      "zealstrhelper",       "zelstroraclefnc",
+    "zelstrsqlserverfnc", "regexptcl",     "stringscan",
 };
 
 struct UnitState {

@@ -44,8 +44,7 @@ int compare(char const* s1, char const* s2, NullWarnings const& warnings,
   return null_order(s1, s2);
 }
 
-int compare_n(char const* s1, char const* s2, unsigned long count,
-              NullWarnings const& warnings,
+int compare_n(char const* s1, char const* s2, unsigned long count, NullWarnings const& warnings,
               int (*cmp)(char const*, char const*, std::size_t)) {
   std::uint32_t const n = count32(count);
   if (s1 != nullptr && s2 != nullptr) return n == 0 ? 0 : sign(cmp(s1, s2, n));

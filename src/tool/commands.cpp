@@ -63,20 +63,16 @@ int run_len(std::span<char* const> args) {
 
 constexpr Command kCommands[] = {
     {"cmp", "[-i] [-n COUNT] A B",
-     "compare A and B (-i: ignoring case, -n: at most COUNT bytes); prints -1, 0 or 1",
-     run_cmp},
+     "compare A and B (-i: ignoring case, -n: at most COUNT bytes); prints -1, 0 or 1", run_cmp},
     {"len", "S", "print the length of S", run_len},
-    {"demo", "", "run the built-in example: a tour of the calls with their results",
-     run_demo},
+    {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 
 }  // namespace
 
 std::span<Command const> commands() { return kCommands; }
 
-char const* argument(char const* text) {
-  return std::strcmp(text, "(null)") == 0 ? nullptr : text;
-}
+char const* argument(char const* text) { return std::strcmp(text, "(null)") == 0 ? nullptr : text; }
 
 void print_warnings_to_stderr() { errsvc::set_sink(print_record); }
 

@@ -1,12 +1,13 @@
 // zelstr.cpp - the command-line tool of the ZelStr32 library: runs library
 // calls on the command line's arguments and prints their results and any
 // warnings they report.
+#include "zelstr/zelstr.h"
+
 #include <cstdio>
 #include <cstring>
 #include <span>
 
 #include "tool/commands.h"
-#include "zelstr/zelstr.h"
 
 namespace {
 

@@ -10,12 +10,12 @@ namespace {
 class ModuleEnvironment : public ::testing::Environment {
  public:
   void SetUp() override {
-    zelstr::frame::module_entry(zelstr::platform::this_module(),
-                                zelstr::frame::kProcessAttach, nullptr);
+    zelstr::frame::module_entry(zelstr::platform::this_module(), zelstr::frame::kProcessAttach,
+                                nullptr);
   }
   void TearDown() override {
-    zelstr::frame::module_entry(zelstr::platform::this_module(),
-                                zelstr::frame::kProcessDetach, nullptr);
+    zelstr::frame::module_entry(zelstr::platform::this_module(), zelstr::frame::kProcessDetach,
+                                nullptr);
   }
 };
 

@@ -13,10 +13,10 @@ using zelstr::test::load_module;
 using zelstr::test::unload_module;
 
 std::vector<std::string> const kUnits = {
-    "codeformater",   "connectionenv",      "connforplsqlstrfncs", "connforstrfncs",
-    "connfortsqlstrfncs", "dllmain",        "findmanystrhoary",    "findmanystrold",
-    "growingstring",  "zeal_str",           "zealstrhelper",       "zelstroraclefnc",
-    "zelstrsqlserverfnc", "regexptcl",      "stringscan"};
+    "codeformater",       "connectionenv", "connforplsqlstrfncs", "connforstrfncs",
+    "connfortsqlstrfncs", "dllmain",       "findmanystrhoary",    "findmanystrold",
+    "growingstring",      "zeal_str",      "zealstrhelper",       "zelstroraclefnc",
+    "zelstrsqlserverfnc", "regexptcl",     "stringscan"};
 
 std::vector<std::string> texts() {
   std::vector<std::string> out;

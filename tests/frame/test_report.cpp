@@ -10,8 +10,8 @@
 namespace {
 
 using zelstr::frame::Message;
-using zelstr::frame::Unit;
 using zelstr::frame::report;
+using zelstr::frame::Unit;
 using zelstr::test::ExpectedWarning;
 using zelstr::test::filed_exactly;
 
@@ -44,7 +44,8 @@ TEST_F(Reporting, ALiteralMessageKeepsItsFieldsAndIdMinusOne) {
 TEST_F(Reporting, ATableMessageCarriesItsIdAndLoadedText) {
   report(Unit::zeal_str, zelstr::frame::msg::kStrlenNullString);
   EXPECT_TRUE(filed_exactly({ExpectedWarning{
-      86, "_zstrlen() - Warning: <string> given in argument was NULL: 0L was returned as length."}}));
+      86,
+      "_zstrlen() - Warning: <string> given in argument was NULL: 0L was returned as length."}}));
   EXPECT_EQ(zelstr::frame::current_message_id(), 86);
 }
 

@@ -28,8 +28,8 @@ void load_step() {
 
 template <int N>
 void unload_step() {
-  static char const kText[] = {'u', 'n', 'l', 'o', 'a', 'd', ' ', 's', 't', 'e', 'p', ' ',
-                               static_cast<char>('0' + N), '\0'};
+  static char const kText[] = {
+      'u', 'n', 'l', 'o', 'a', 'd', ' ', 's', 't', 'e', 'p', ' ', static_cast<char>('0' + N), '\0'};
   say(kText);
 }
 

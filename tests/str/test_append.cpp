@@ -52,7 +52,7 @@ TEST(Shift, WithAFlagStaysWithinTheString) {
     char const* expected;
   } const kCases[] = {
       {"abcdef", 2, "..abcd"}, {"abcdef", -2, "cdef.."}, {"abc", 5, "..."},
-      {"abc", -5, "..."},      {"abc", 0, "abc"},         {"", 3, ""},
+      {"abc", -5, "..."},      {"abc", 0, "abc"},        {"", 3, ""},
   };
   for (Case const& c : kCases) {
     char buf[16] = {};

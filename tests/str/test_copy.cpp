@@ -88,8 +88,8 @@ void check_against_model(char const* what, bool may_overlap, Call call, Model mo
     model(&expected[scene.dest_at], &expected[scene.src_at], scene.count);
     char* const result = call(&actual[scene.dest_at], &actual[scene.src_at], scene.count);
     ASSERT_EQ(result, &actual[scene.dest_at]) << what;
-    ASSERT_EQ(actual, expected) << what << " round " << round << " src@" << scene.src_at
-                                << " dest@" << scene.dest_at << " count " << scene.count;
+    ASSERT_EQ(actual, expected) << what << " round " << round << " src@" << scene.src_at << " dest@"
+                                << scene.dest_at << " count " << scene.count;
   }
 }
 
@@ -109,17 +109,15 @@ TEST(CopyModels, CpyuntilIsSafecpyUpToTheStop) {
   auto call = [](char* d, char* s, unsigned long count) {
     return _zstrcpyuntil(d, s, s + count % 12);
   };
-  auto model = [](char* d, char* s, unsigned long count) {
-    model_safecpyf0(d, s, count % 12 + 1);
-  };
+  auto model = [](char* d, char* s, unsigned long count) { model_safecpyf0(d, s, count % 12 + 1); };
   check_against_model("_zstrcpyuntil", false, call, model);
 }
 
 TEST(CopyModels, NcpybeforeStopsAtTheSet) {
   for (char const* reject : {"", ",;", "\xE9", "b"}) {
     check_against_model(
-        "_zstrncpybefore",
-        false, [reject](char* d, char* s, unsigned long n) { return _zstrncpybefore(d, s, reject, n); },
+        "_zstrncpybefore", false,
+        [reject](char* d, char* s, unsigned long n) { return _zstrncpybefore(d, s, reject, n); },
         [reject](char* d, char* s, unsigned long n) { model_ncpybefore(d, s, reject, n); });
   }
 }
@@ -136,11 +134,10 @@ TEST(CopyModels, MemcpyWalksForwardsEvenOverItself) {
 }
 
 TEST(CopyModels, Ncpyf0TerminatesAtCountMinusOne) {
-  check_against_model(
-      "_zstrncpyf0", false, _zstrncpyf0, [](char* d, char* s, unsigned long n) {
-        model_strncpy(d, s, n);
-        if (n != 0) d[n - 1] = '\0';
-      });
+  check_against_model("_zstrncpyf0", false, _zstrncpyf0, [](char* d, char* s, unsigned long n) {
+    model_strncpy(d, s, n);
+    if (n != 0) d[n - 1] = '\0';
+  });
 }
 
 // Spelled-out cases callers rely on.

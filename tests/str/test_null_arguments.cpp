@@ -29,103 +29,151 @@ NullCase const kCases[] = {
     {"strlen", CALL(_zstrlen(nullptr), 0u), 86,
      "_zstrlen() - Warning: <string> given in argument was NULL: 0L was returned as length."},
     {"strsetlen", CALL(_zstrsetlen(nullptr), 0u), 137,
-     "_zstrsetlen() - Warning: <strings_set> given in argument was NULL: 0L was returned as lenght of your strings-set."},
+     "_zstrsetlen() - Warning: <strings_set> given in argument was NULL: 0L was returned as lenght "
+     "of your strings-set."},
     {"streos", CALL(_zstreos(static_cast<char*>(nullptr)), nullptr), 166,
      "_zstreos() - Warning: <string> given in argument was NULL: NULL was returned as result."},
     {"strcpy dest", CALL(_zstrcpy(nullptr, "x"), nullptr), -1,
-     "_zstrcpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"strcpy src", CALL(_zstrcpy(g_dest, nullptr), nullptr), -1,
-     "_zstrcpy() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpy() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"strncpy dest", CALL(_zstrncpy(nullptr, "x", 1), nullptr), 95,
-     "_zstrncpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of partial copying."},
+     "_zstrncpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "partial copying."},
     {"strncpyf0 src", CALL(_zstrncpyf0(g_dest, nullptr, 1), nullptr), 96,
-     "_zstrncpy() - Warning: <src> given in argument was NULL: NULL was returned as result of partial copying."},
+     "_zstrncpy() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "partial copying."},
     {"samestrncpy dest", CALL(_zsamestrncpy(nullptr, g_src, 1), nullptr), 97,
-     "_zsamestrncpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of partial copying."},
+     "_zsamestrncpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "partial copying."},
     {"samestrncpy src", CALL(_zsamestrncpy(g_dest, nullptr, 1), nullptr), 98,
-     "_zsamestrncpy() - Warning: <src> given in argument was NULL: NULL was returned as result of partial copying."},
+     "_zsamestrncpy() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "partial copying."},
     {"safecpyf0 dest", CALL(_zstrsafecpyf0(nullptr, "x", 1), nullptr), 134,
-     "_zstrsafecpyf0() - Warning: <dest> given in argmument was NULL: NULL was returned as copy's result."},
+     "_zstrsafecpyf0() - Warning: <dest> given in argmument was NULL: NULL was returned as copy's "
+     "result."},
     {"safecpyf0 src count 0", CALL(_zstrsafecpyf0(g_dest, nullptr, 0), g_dest), 136,
-     "_zstrsafecpyf0() - Warning: <src> given in argmument was NULL: the destination string was returned intact since <count> was equal to 0."},
+     "_zstrsafecpyf0() - Warning: <src> given in argmument was NULL: the destination string was "
+     "returned intact since <count> was equal to 0."},
     {"cpyuntil dest", CALL(_zstrcpyuntil(nullptr, g_src, g_src), nullptr), -1,
-     "_zstrcpyuntil() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpyuntil() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"cpyuntil src", CALL(_zstrcpyuntil(g_dest, nullptr, g_src), nullptr), -1,
-     "_zstrcpyuntil() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpyuntil() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"cpyuntil stop", CALL(_zstrcpyuntil(g_dest, g_src, nullptr), nullptr), -1,
-     "_zstrcpyuntil() - Warning: <stop_at_pos_in_src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpyuntil() - Warning: <stop_at_pos_in_src> given in argument was NULL: NULL was "
+     "returned as result of copying."},
     {"cpybefore set dest", CALL(_zstrcpybefore(nullptr, "x", ","), nullptr), -1,
-     "_zstrcpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result "
+     "of copying."},
     {"cpybefore char src", CALL(_zstrcpybefore(g_dest, nullptr, ','), nullptr), -1,
-     "_zstrcpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"ncpybefore set dest", CALL(_zstrncpybefore(nullptr, "x", ",", 2), nullptr), -1,
-     "_zstrcpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result "
+     "of copying."},
     {"ncpybefore set src", CALL(_zstrncpybefore(g_dest, nullptr, ",", 2), nullptr), -1,
-     "_zstrcpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrcpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"ncpybefore char dest", CALL(_zstrncpybefore(nullptr, "x", ',', 2), nullptr), -1,
-     "_zstrncpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrncpybefore() - Warning: <dest> given in argument was NULL: NULL was returned as result "
+     "of copying."},
     {"ncpybefore char src", CALL(_zstrncpybefore(g_dest, nullptr, ',', 2), nullptr), -1,
-     "_zstrncpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zstrncpybefore() - Warning: <src> given in argument was NULL: NULL was returned as result "
+     "of copying."},
     {"getbefore set", CALL(_zstrgetbefore(nullptr, ","), nullptr), -1,
-     "_zstrgetbefore() - Warning: <src> given in argument was NULL: NULL was returned as result of extraction."},
+     "_zstrgetbefore() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "extraction."},
     {"getbefore char", CALL(_zstrgetbefore(nullptr, ','), nullptr), -1,
-     "_zstrgetbefore() - Warning: <src> given in argument was NULL: NULL was returned as result of extraction."},
+     "_zstrgetbefore() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "extraction."},
     {"strcat dest", CALL(_zstrcat(nullptr, g_src), nullptr), 180,
-     "_zstrcat() - Warning: <dest> given in argument was NULL: NULL was returned as result of appending."},
+     "_zstrcat() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "appending."},
     {"strcat src", CALL(_zstrcat(g_dest, nullptr), g_dest), 181,
-     "_zstrcat() - Warning: <src> given in argument was NULL: destination string <dest> was returned intact."},
+     "_zstrcat() - Warning: <src> given in argument was NULL: destination string <dest> was "
+     "returned intact."},
     {"strncat dest", CALL(_zstrncat(nullptr, "x", 1), nullptr), 184,
-     "_zstrncat() - Warning: <dest> given in argument was NULL: NULL was returned as result of appending."},
+     "_zstrncat() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "appending."},
     {"strncat src", CALL(_zstrncat(g_dest, nullptr, 1), g_dest), 185,
-     "_zstrncat() - Warning: <src> given in argument was NULL: destination string <dest> was returned intact."},
+     "_zstrncat() - Warning: <src> given in argument was NULL: destination string <dest> was "
+     "returned intact."},
     {"strins dest", CALL(_zstrins(nullptr, "x"), nullptr), 182,
-     "_zstrins() - Warning: <dest> given in argument was NULL: NULL was returned as result of insertion."},
+     "_zstrins() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "insertion."},
     {"strins src", CALL(_zstrins(g_dest, nullptr), g_dest), 183,
-     "_zstrins() - Warning: <src> given in argument was NULL: destination string <dest> was returned intact."},
+     "_zstrins() - Warning: <src> given in argument was NULL: destination string <dest> was "
+     "returned intact."},
     {"strshift", CALL(_zstrshift(nullptr, 1, ' ', 0), nullptr), 186,
-     "_zstrshift() - Warning: <string> given in argument was NULL: NULL was returned as result of shifting."},
+     "_zstrshift() - Warning: <string> given in argument was NULL: NULL was returned as result of "
+     "shifting."},
     {"memcpy dest", CALL(_zmemcpy(nullptr, g_src, 1), nullptr), 99,
-     "_zmemcpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of copying."},
+     "_zmemcpy() - Warning: <dest> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"memcpy src", CALL(_zmemcpy(g_dest, nullptr, 1), nullptr), 100,
-     "_zmemcpy() - Warning: <src> given in argument was NULL: NULL was returned as result of copying."},
+     "_zmemcpy() - Warning: <src> given in argument was NULL: NULL was returned as result of "
+     "copying."},
     {"memset", CALL(_zmemset(nullptr, 'x', 1), nullptr), 101,
-     "_zmemset() - Warning: <buffer> given in argument was NULL: NULL was returned as result of initialization."},
+     "_zmemset() - Warning: <buffer> given in argument was NULL: NULL was returned as result of "
+     "initialization."},
     {"strchr", CALL(_zstrchr(static_cast<char const*>(nullptr), 'x'), nullptr), 123,
-     "_zstr[i]chr() - Warning: <string> given in argument was NULL: NULL was returned as occurrence."},
+     "_zstr[i]chr() - Warning: <string> given in argument was NULL: NULL was returned as "
+     "occurrence."},
     {"strneq both", CALL(_zstrneq(nullptr, nullptr), nullptr), 146,
-     "_zstrneq() - Warning: Both <string1> and <string2> given in argument are NULL: NULL was returned as position of 1st mismatching character."},
+     "_zstrneq() - Warning: Both <string1> and <string2> given in argument are NULL: NULL was "
+     "returned as position of 1st mismatching character."},
     {"strneq s1", CALL(_zstrneq(nullptr, g_src), nullptr), 147,
-     "_zstrneq() - Warning: <string2> given in argument are NULL: NULL was returned as position of 1st mismatching character."},
+     "_zstrneq() - Warning: <string2> given in argument are NULL: NULL was returned as position of "
+     "1st mismatching character."},
     {"strneq s2", CALL(_zstrneq(g_src, nullptr), g_src), 148,
-     "_zstrneq() - Warning: <string1> given in argument are NULL: <string1> was returned as position of 1st mismatching character."},
+     "_zstrneq() - Warning: <string1> given in argument are NULL: <string1> was returned as "
+     "position of 1st mismatching character."},
     {"strcmp both", CALL(_zstrcmp(nullptr, nullptr), 0), 192,
-     "_zstrcmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' was returned as result."},
+     "_zstrcmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' "
+     "was returned as result."},
     {"strcmp s1", CALL(_zstrcmp(nullptr, "a"), -1), 193,
-     "_zstrcmp() - Warning: <string1> given in argmument was NULL: value '-1' was returned as result."},
+     "_zstrcmp() - Warning: <string1> given in argmument was NULL: value '-1' was returned as "
+     "result."},
     {"strcmp s2", CALL(_zstrcmp("a", nullptr), 1), 194,
-     "_zstrcmp() - Warning: <string2> given in argmument was NULL: value '+1' was returned as result."},
+     "_zstrcmp() - Warning: <string2> given in argmument was NULL: value '+1' was returned as "
+     "result."},
     {"stricmp both", CALL(_zstricmp(nullptr, nullptr), 0), 195,
-     "_zstricmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' was returned as result."},
+     "_zstricmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' "
+     "was returned as result."},
     {"stricmp s1", CALL(_zstricmp(nullptr, "a"), -1), 196,
-     "_zstricmp() - Warning: <string1> given in argmument was NULL: value '-1' was returned as result."},
+     "_zstricmp() - Warning: <string1> given in argmument was NULL: value '-1' was returned as "
+     "result."},
     {"stricmp s2", CALL(_zstricmp("a", nullptr), 1), 197,
-     "_zstricmp() - Warning: <string2> given in argmument was NULL: value '+1' was returned as result."},
+     "_zstricmp() - Warning: <string2> given in argmument was NULL: value '+1' was returned as "
+     "result."},
     {"strncmp both", CALL(_zstrncmp(nullptr, nullptr, 3), 0), 87,
-     "_zstrncmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' was returned as result."},
+     "_zstrncmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' "
+     "was returned as result."},
     {"strncmp s1", CALL(_zstrncmp(nullptr, "a", 3), -1), 88,
-     "_zstrncmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrncmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
     {"strncmp s1 count 0", CALL(_zstrncmp(nullptr, "a", 0), 0), 88,
-     "_zstrncmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrncmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
     {"strncmp s2", CALL(_zstrncmp("a", nullptr, 3), 1), 89,
-     "_zstrncmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrncmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
     {"strncmp s2 count 0", CALL(_zstrncmp("a", nullptr, 0), 0), 89,
-     "_zstrncmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrncmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
     {"strnicmp both", CALL(_zstrnicmp(nullptr, nullptr, 3), 0), 90,
-     "_zstrnicmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' was returned as result."},
+     "_zstrnicmp() - Warning: Both <string1> and <string2> given in argmument were NULL: value '0' "
+     "was returned as result."},
     {"strnicmp s1", CALL(_zstrnicmp(nullptr, "a", 3), -1), 91,
-     "_zstrnicmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrnicmp() - Warning: <string1> given in argmument was NULL: value 0 or '-1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
     {"strnicmp s2", CALL(_zstrnicmp("a", nullptr, 3), 1), 92,
-     "_zstrnicmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned as result, whether <count> was equal to 0L or not."},
+     "_zstrnicmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned "
+     "as result, whether <count> was equal to 0L or not."},
 };
 
 #undef CALL

@@ -18,9 +18,9 @@ namespace zelstr::test {
         r.function != e.function || r.extra != 0 || r.line <= 0) {
       return ::testing::AssertionFailure()
              << "warning " << i << " differs:\n  got      [" << r.id << ", sev " << r.severity
-             << ", " << r.file << ", " << r.function << ", line " << r.line << ", extra "
-             << r.extra << "] " << r.text << "\n  expected [" << e.id << ", sev "
-             << e.severity << ", " << e.file << ", " << e.function << "] " << e.text;
+             << ", " << r.file << ", " << r.function << ", line " << r.line << ", extra " << r.extra
+             << "] " << r.text << "\n  expected [" << e.id << ", sev " << e.severity << ", "
+             << e.file << ", " << e.function << "] " << e.text;
     }
   }
   return ::testing::AssertionSuccess();

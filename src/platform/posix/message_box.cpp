@@ -1,7 +1,7 @@
 // message_box.cpp - without message boxes, the message goes to standard error.
-#include <cstdio>
-
 #include "platform/message_box.h"
+
+#include <cstdio>
 
 namespace zelstr::platform {
 

@@ -1,8 +1,8 @@
 // module_handle.cpp - the module's handle: the base address of the shared
 // object (or executable) holding this code.
-#include <dlfcn.h>
-
 #include "platform/module_handle.h"
+
+#include <dlfcn.h>
 
 namespace zelstr::platform {
 

@@ -26,7 +26,8 @@ constexpr StringTable kStringTable;
 
 int load_string(void* /*module*/, unsigned id, char* buffer, int size) {
   if (buffer == nullptr || size <= 0) return 0;
-  char const* text = id <= static_cast<unsigned>(frame::kMaxMessageId) ? kStringTable.texts[id] : nullptr;
+  char const* text =
+      id <= static_cast<unsigned>(frame::kMaxMessageId) ? kStringTable.texts[id] : nullptr;
   if (text == nullptr) {
     buffer[0] = '\0';
     errno = ENOMSG;

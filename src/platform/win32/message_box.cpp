@@ -1,7 +1,7 @@
 // message_box.cpp - the system's message box.
-#include <windows.h>
-
 #include "platform/message_box.h"
+
+#include <windows.h>
 
 namespace zelstr::platform {
 
