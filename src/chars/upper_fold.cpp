@@ -1,0 +1,41 @@
+// upper_fold.cpp - toupper, tabulated per thread.
+#include "chars/upper_fold.h"
+
+#include <cctype>
+
+#include "platform/ctype_key.h"
+
+namespace zelstr::chars {
+
+namespace {
+
+void build(UpperFold& fold) {
+  int count[256] = {};
+  int first[256];
+  for (int b = 0; b < 256; ++b) {
+    fold.upper[b] = static_cast<unsigned char>(std::toupper(b));
+    ++count[fold.upper[b]];
+  }
+  for (int u = 0; u < 256; ++u) first[u] = -1;
+  for (int b = 0; b < 256; ++b) {
+    unsigned char const u = fold.upper[b];
+    fold.other[b] = static_cast<unsigned char>(b);
+    fold.crowded[b] = count[u] > 2;
+    if (first[u] < 0) {
+      first[u] = b;
+    } else {  // pair b with the first byte of its group
+      fold.other[b] = static_cast<unsigned char>(first[u]);
+      fold.other[first[u]] = static_cast<unsigned char>(b);
+    }
+  }
+}
+
+}  // namespace
+
+UpperFold const& upper_fold() {
+  static thread_local UpperFold t_fold;
+  if (platform::ctype_changed()) build(t_fold);
+  return t_fold;
+}
+
+}  // namespace zelstr::chars

@@ -1,0 +1,17 @@
+// ctype_key.cpp - the C library's toupper table moves when the calling
+// thread's LC_CTYPE locale changes, so its address tells.
+#include "platform/ctype_key.h"
+
+#include <ctype.h>
+
+namespace zelstr::platform {
+
+bool ctype_changed() {
+  static thread_local void const* t_table = nullptr;
+  void const* const table = *__ctype_toupper_loc();
+  if (table == t_table) return false;
+  t_table = table;
+  return true;
+}
+
+}  // namespace zelstr::platform

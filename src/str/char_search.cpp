@@ -1,0 +1,80 @@
+// char_search.cpp - _zstrchr, _zstrichr, _zstrrchr, _zstrrichr.
+#include <cstring>
+
+#include "chars/upper_fold.h"
+#include "str/report.h"
+#include "zelstr/position.h"
+
+using namespace zelstr::str;
+
+namespace {
+
+// The first byte of `s` whose upper case is that of `c`; c = 0 finds the
+// terminator.
+char const* first_folded(char const* s, char c) {
+  unsigned char const* const upper = zelstr::chars::upper_fold().upper;
+  unsigned char const wanted = upper[static_cast<unsigned char>(c)];
+  for (;; ++s) {
+    unsigned char const b = static_cast<unsigned char>(*s);
+    if (upper[b] == wanted) return s;
+    if (b == 0) return nullptr;
+  }
+}
+
+char const* last_folded(char const* s, char c) {
+  unsigned char const* const upper = zelstr::chars::upper_fold().upper;
+  unsigned char const wanted = upper[static_cast<unsigned char>(c)];
+  char const* last = nullptr;
+  for (;; ++s) {
+    unsigned char const b = static_cast<unsigned char>(*s);
+    if (upper[b] == wanted) last = s;
+    if (b == 0) return last;
+  }
+}
+
+}  // namespace
+
+char const* _zstrchr(char const* s, char c) {
+  if (s == nullptr) {
+    warn(msg::kChrNullString);
+    return nullptr;
+  }
+  return std::strchr(s, c);
+}
+
+char const* _zstrichr(char const* s, char c) {
+  if (s == nullptr) {
+    warn(msg::kChrNullString);
+    return nullptr;
+  }
+  return first_folded(s, c);
+}
+
+char const* _zstrrchr(char const* s, char c) {
+  if (s == nullptr) {
+    warn(msg::kRchrNullString);
+    return nullptr;
+  }
+  return std::strrchr(s, c);
+}
+
+char const* _zstrrichr(char const* s, char c) {
+  if (s == nullptr) {
+    warn(msg::kRchrNullString);
+    return nullptr;
+  }
+  return last_folded(s, c);
+}
+
+char* _zstrchr(char* s, char c) {
+  return const_cast<char*>(_zstrchr(static_cast<char const*>(s), c));
+}
+char* _zstrichr(char* s, char c) {
+  return const_cast<char*>(_zstrichr(static_cast<char const*>(s), c));
+}
+char* _zstrrchr(char* s, char c) {
+  return const_cast<char*>(_zstrrchr(static_cast<char const*>(s), c));
+}
+char* _zstrrichr(char* s, char c) {
+  return const_cast<char*>(_zstrrichr(static_cast<char const*>(s), c));
+}

@@ -1,0 +1,170 @@
+// plan.cpp - preparing a pattern, and running the search: the pair scan for
+// the instruction set at hand, and the Boyer-Moore walk when the pair scan
+// gives up or cannot serve.
+#include "str/search/plan.h"
+
+#include <cstring>
+
+#include "chars/upper_fold.h"
+#include "str/search/verify.h"
+
+namespace zelstr::str::search {
+
+Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan);
+Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan);
+
+namespace {
+
+SearchState g_case_sensitive;
+SearchState g_case_insensitive = [] {
+  SearchState s;
+  s.ignore_case = true;
+  return s;
+}();
+
+// How common a byte is in SQL scripts and English prose: 0 for rare bytes,
+// higher for commoner ones.  The pair scan looks for the pattern's rarest
+// bytes, so that few positions need a full comparison.
+struct Commonness {
+  unsigned char score[256] = {};
+  constexpr Commonness() {
+    constexpr char kByFrequency[] =
+        " eEtTaAoOiInNsSrRlLhHdDcCuU\r\n\t_mMpP.,()'fFgG=yYbBwW0;1vVkK2*-@x3[]X45";
+    for (int i = 0; kByFrequency[i] != '\0'; ++i) {
+      score[static_cast<unsigned char>(kByFrequency[i])] = static_cast<unsigned char>(255 - i);
+    }
+  }
+};
+constexpr Commonness kCommonness;
+
+bool has_avx2() {
+  static bool const available = __builtin_cpu_supports("avx2");
+  return available;
+}
+
+unsigned score_at(char const* pattern, std::uint32_t k, SearchState const& st) {
+  auto const b = static_cast<unsigned char>(pattern[k]);
+  if (!st.ignore_case) return kCommonness.score[b];
+  unsigned const upper = kCommonness.score[st.upper[b]];
+  unsigned const lower = kCommonness.score[static_cast<unsigned char>(b | 0x20)];
+  return upper > lower ? upper : lower;
+}
+
+// The pattern's rarest position, skipping `except`; ties go to the position
+// farthest from `except` (a wider pair is less likely to agree by chance).
+std::uint32_t rarest(char const* pattern, std::uint32_t m, SearchState const& st,
+                     std::uint32_t except) {
+  std::uint32_t best = except == 0 ? 1 : 0;
+  auto distance = [except](std::uint32_t k) { return k > except ? k - except : except - k; };
+  for (std::uint32_t k = 0; k < m; ++k) {
+    if (k == except) continue;
+    unsigned const s = score_at(pattern, k, st), b = score_at(pattern, best, st);
+    if (s < b || (s == b && distance(k) > distance(best))) best = k;
+  }
+  return best;
+}
+
+// The text bytes the scan accepts at offset k of the pattern as given: the
+// byte itself, and for the case-insensitive search the other byte with the
+// same upper case.  False when more than two bytes share it (the scan
+// compares against two at most).
+bool accepted_bytes(SearchState const& st, char const* pattern, std::uint32_t k,
+                    unsigned char out[2]) {
+  auto const b = static_cast<unsigned char>(pattern[k]);
+  out[0] = out[1] = b;
+  if (!st.ignore_case) return true;
+  chars::UpperFold const& fold = chars::upper_fold();
+  out[1] = fold.other[b];
+  return !fold.crowded[b];
+}
+
+void plan_pair(SearchState& st, char const* pattern, std::uint32_t m) {
+  Plan& plan = st.plan;
+  std::uint32_t k1 = 0, k2 = 0;
+  if (m > 1) {
+    std::uint32_t const first = rarest(pattern, m, st, m);  // m: no position excluded
+    std::uint32_t const second = rarest(pattern, m, st, first);
+    k1 = first < second ? first : second;
+    k2 = first < second ? second : first;
+  }
+  plan.k1 = k1;
+  plan.k2 = k2;
+  plan.vector =
+      accepted_bytes(st, pattern, k1, plan.c1) && accepted_bytes(st, pattern, k2, plan.c2);
+  plan.two_variants = plan.c1[0] != plan.c1[1] || plan.c2[0] != plan.c2[1];
+}
+
+// The table of the bad-character rule, indexed by the (upper-cased) byte.
+void build_skip(SearchState& st, char const* pattern) {
+  auto const m = static_cast<std::int32_t>(st.plan.length);
+  for (auto& entry : st.skip) entry = m;
+  for (std::int32_t i = 0; i < m; ++i) {
+    st.skip[static_cast<unsigned char>(pattern[i])] = m - 1 - i;
+  }
+  st.skip_ready = true;
+}
+
+// The Boyer-Moore walk over a text of known length `n`, from window start
+// `from`: compare from the pattern's end; on a mismatch move the window by
+// the larger of the bad-character distance and the part already matched.
+char const* boyer_moore(char const* text, std::size_t n, std::size_t from, char const* pattern,
+                        SearchState const& st) {
+  std::size_t const m = st.plan.length;
+  unsigned char const* const upper = st.ignore_case ? st.upper : nullptr;
+  auto byte = [upper, text](std::size_t i) {
+    auto const b = static_cast<unsigned char>(text[i]);
+    return upper ? upper[b] : b;
+  };
+  std::size_t i = from + m - 1;
+  std::size_t j = m - 1;
+  while (i < n) {
+    unsigned char const b = byte(i);
+    if (b == static_cast<unsigned char>(pattern[j])) {
+      if (j == 0) return text + i;
+      --i;
+      --j;
+      continue;
+    }
+    std::size_t const bad = static_cast<std::size_t>(st.skip[b]);
+    i += bad > m - j ? bad : m - j;
+    j = m - 1;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+SearchState& case_sensitive_state() { return g_case_sensitive; }
+SearchState& case_insensitive_state() { return g_case_insensitive; }
+
+void prepare(SearchState& st, char const* pattern, std::uint32_t m) {
+  st.pattern_length = static_cast<std::int32_t>(m);
+  st.skip_ready = false;
+  st.plan.length = m;
+  st.plan.fold = nullptr;
+  if (st.ignore_case) {
+    std::memcpy(st.upper, chars::upper_fold().upper, sizeof st.upper);
+    st.folded.resize(m);
+    for (std::uint32_t i = 0; i < m; ++i) {
+      st.folded[i] = static_cast<char>(st.upper[static_cast<unsigned char>(pattern[i])]);
+    }
+    st.plan.fold = st.upper;
+  }
+  plan_pair(st, pattern, m);
+}
+
+Found find_first(char const* text, char const* pattern, SearchState& st) {
+  char const* const p = st.ignore_case ? st.folded.c_str() : pattern;
+  Found found;
+  if (st.plan.vector) {
+    found = has_avx2() ? pair_scan_avx2(text, p, st.plan) : pair_scan_sse2(text, p, st.plan);
+    if (found.resume == nullptr) return found;
+  }
+  char const* const from = found.resume ? found.resume : text;
+  std::size_t const n = static_cast<std::size_t>(from - text) + std::strlen(from);
+  if (!st.skip_ready) build_skip(st, p);
+  return Found{boyer_moore(text, n, static_cast<std::size_t>(from - text), p, st), text + n,
+               nullptr};
+}
+
+}  // namespace zelstr::str::search

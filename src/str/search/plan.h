@@ -1,0 +1,66 @@
+// plan.h - how one pattern is searched for, and the state a series of
+// searches for it keeps.
+//
+// A search first looks for a pair of the pattern's rarer bytes (at offsets
+// k1 <= k2) with vector compares, sixteen or thirty-two text positions at a
+// time, while it watches for the text's terminator in the same loads; each
+// position where both bytes agree is then compared in full.  When such
+// candidates turn out to be frequent, the search goes on with the
+// bad-character Boyer-Moore walk, whose skip table is built on first need.
+#ifndef ZELSTR_STR_SEARCH_PLAN_H
+#define ZELSTR_STR_SEARCH_PLAN_H
+
+#include <cstdint>
+#include <string>
+
+namespace zelstr::str::search {
+
+struct Plan {
+  std::uint32_t length = 0;              // pattern length m (1 or more)
+  std::uint32_t k1 = 0, k2 = 0;          // offsets of the pair, k1 <= k2 < m
+  unsigned char c1[2] = {}, c2[2] = {};  // the bytes accepted at k1 and k2
+  bool two_variants = false;             // c1[1] / c2[1] differ from c1[0] / c2[0]
+  bool vector = false;                   // the pair scan applies
+  unsigned char const* fold = nullptr;   // toupper table: case-insensitive
+};
+
+// What a scan found.
+struct Found {
+  char const* match = nullptr;   // the first occurrence, or NULL
+  char const* end = nullptr;     // the text's terminator, when the scan saw it
+  char const* resume = nullptr;  // set when the pair scan gave up: no
+                                 // occurrence starts before it
+};
+
+// One kind of search (case-sensitive or not) and its library-wide state.
+struct SearchState {
+  // 1: the next search measures its pattern and prepares anew; 0: it reuses
+  // the stored length and preparation (a caller running a series of
+  // searches for one pattern clears it, then sets it back to 1).
+  int first_search = 1;
+  // Length of the pattern measured last; -1 after a pattern too long.
+  std::int32_t pattern_length = 0;
+  // Boyer-Moore skip table: for each byte (upper-cased by the
+  // case-insensitive search), the distance from its last place in the
+  // pattern to the pattern's end; the pattern length for absent bytes.
+  std::int32_t skip[256] = {};
+  bool skip_ready = false;
+  Plan plan;
+  std::string folded;             // the pattern through toupper (case-insensitive)
+  unsigned char upper[256] = {};  // toupper as it was when the pattern was prepared
+  bool ignore_case = false;
+};
+
+SearchState& case_sensitive_state();
+SearchState& case_insensitive_state();
+
+// Measures nothing: prepares `state` for `pattern` of length `m` >= 1.
+void prepare(SearchState& state, char const* pattern, std::uint32_t m);
+
+// The first occurrence of the prepared pattern (`pattern` as given to
+// prepare) in `text`, measuring the text on the way where it can.
+Found find_first(char const* text, char const* pattern, SearchState& state);
+
+}  // namespace zelstr::str::search
+
+#endif  // ZELSTR_STR_SEARCH_PLAN_H

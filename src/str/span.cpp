@@ -1,0 +1,36 @@
+// span.cpp - _zstrspn, _zstrrspn: runs over a plain list of bytes.
+#include <cstring>
+
+#include "str/report.h"
+#include "zelstr/position.h"
+
+using namespace zelstr::str;
+
+unsigned int _zstrspn(char const* s, char const* accept) {
+  if (s == nullptr) {
+    warn(msg::kSpnNullString);
+    return 0;
+  }
+  if (accept == nullptr) {
+    warn(msg::kSpnNullAccept);
+    return 0;
+  }
+  return static_cast<unsigned int>(std::strspn(s, accept));
+}
+
+unsigned int _zstrrspn(char const* s, char const* accept) {
+  if (s == nullptr) {
+    warn(msg::kRspnNullString);
+    return 0;
+  }
+  if (accept == nullptr) {
+    warn(msg::kRspnNullAccept);
+    return 0;
+  }
+  bool in[256] = {};
+  for (char const* a = accept; *a != '\0'; ++a) in[static_cast<unsigned char>(*a)] = true;
+  std::size_t const n = std::strlen(s);
+  std::size_t i = n;
+  while (i > 0 && in[static_cast<unsigned char>(s[i - 1])]) --i;
+  return static_cast<unsigned int>(n - i);
+}

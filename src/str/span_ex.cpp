@@ -1,0 +1,167 @@
+// span_ex.cpp - spans and positions over a set definition: _zstr[i]spnex,
+// _zstr[i]cspnex, _zstr[i]posex, _zstr[i]cposex, _zchrspnex.
+#include <cstddef>
+
+#include "chars/setdef.h"
+#include "str/report.h"
+#include "zelstr/case.h"
+#include "zelstr/setdef.h"
+
+using namespace zelstr::str;
+using zelstr::chars::compile_members;
+using zelstr::chars::compile_non_members;
+
+namespace {
+
+using Table = unsigned char const*;
+
+unsigned char byte_at(char const* s, std::size_t i) { return static_cast<unsigned char>(s[i]); }
+
+// The other-case form of an ASCII letter, the byte itself otherwise.
+unsigned char swapped(unsigned char b) {
+  return static_cast<unsigned char>(CCharCaseRelatedOps::m_acSwpCaseUC[b]);
+}
+
+// Counts bytes while `in(byte)` holds; the terminator never satisfies it.
+template <class In>
+std::size_t run_while(char const* s, In in) {
+  std::size_t i = 0;
+  while (in(byte_at(s, i))) ++i;
+  return i;
+}
+
+// The run of members (the terminator is never a member).
+std::size_t member_run(char const* s, Table members, bool ignore_case) {
+  if (ignore_case) {
+    return run_while(s, [members](unsigned char b) { return members[b] | members[swapped(b)]; });
+  }
+  return run_while(s, [members](unsigned char b) { return members[b] != 0; });
+}
+
+// The run of non-members (byte 0 is flagged as a member of the complement
+// table, so the scan stops at the terminator).
+std::size_t non_member_run(char const* s, Table others, bool ignore_case) {
+  if (ignore_case) {
+    return run_while(s, [others](unsigned char b) { return others[b] & others[swapped(b)]; });
+  }
+  return run_while(s, [others](unsigned char b) { return others[b] != 0; });
+}
+
+// The three warnings of one family.
+struct SpanWarnings {
+  zelstr::frame::Message const& null_string;
+  zelstr::frame::Message const& null_setdef;
+  zelstr::frame::Message const& bad_setdef;
+};
+
+constexpr SpanWarnings kSpnexWarnings{msg::kSpnexNullString, msg::kSpnexNullSetdef,
+                                      msg::kSpnexBadSetdef};
+constexpr SpanWarnings kCspnexWarnings{msg::kCspnexNullString, msg::kCspnexNullSetdef,
+                                       msg::kCspnexBadSetdef};
+
+// The checks shared by the span functions; the compiled table, or NULL
+// after reporting (or, quietly, for an empty string).
+Table checked_table(char const* string, char const* setdef, SpanWarnings const& warnings,
+                    Table (*compile)(char const*)) {
+  if (string == nullptr) {
+    warn(warnings.null_string);
+    return nullptr;
+  }
+  if (setdef == nullptr) {
+    warn(warnings.null_setdef);
+    return nullptr;
+  }
+  if (*string == '\0') return nullptr;
+  Table const table = *setdef != '\0' ? compile(setdef) : nullptr;
+  if (table == nullptr) warn(warnings.bad_setdef);
+  return table;
+}
+
+unsigned int spnex(char const* string, char const* setdef, bool ignore_case) {
+  Table const members = checked_table(string, setdef, kSpnexWarnings, compile_members);
+  return members ? static_cast<unsigned int>(member_run(string, members, ignore_case)) : 0;
+}
+
+unsigned int cspnex(char const* string, char const* setdef, bool ignore_case) {
+  Table const others = checked_table(string, setdef, kCspnexWarnings, compile_non_members);
+  return others ? static_cast<unsigned int>(non_member_run(string, others, ignore_case)) : 0;
+}
+
+// The position functions report nothing and give NULL for any bad argument
+// or when the position found is the terminator.
+bool quiet_arguments(char const* string, char const* setdef) {
+  return string != nullptr && setdef != nullptr && *string != '\0' && *setdef != '\0';
+}
+
+char const* after_members(char const* string, char const* setdef, bool ignore_case) {
+  if (!quiet_arguments(string, setdef)) return nullptr;
+  Table const members = compile_members(setdef);
+  if (members == nullptr) return nullptr;
+  char const* const at = string + member_run(string, members, ignore_case);
+  return *at != '\0' ? at : nullptr;
+}
+
+char const* first_member(char const* string, char const* setdef, bool ignore_case) {
+  if (!quiet_arguments(string, setdef)) return nullptr;
+  Table const others = compile_non_members(setdef);
+  if (others == nullptr) return nullptr;
+  char const* const at = string + non_member_run(string, others, ignore_case);
+  return *at != '\0' ? at : nullptr;
+}
+
+}  // namespace
+
+unsigned int _zstrspnex(char const* string, char const* setdef) {
+  return spnex(string, setdef, false);
+}
+unsigned int _zstrispnex(char const* string, char const* setdef) {
+  return spnex(string, setdef, true);
+}
+unsigned int _zstrcspnex(char const* string, char const* setdef) {
+  return cspnex(string, setdef, false);
+}
+unsigned int _zstricspnex(char const* string, char const* setdef) {
+  return cspnex(string, setdef, true);
+}
+
+char const* _zstrposex(char const* string, char const* setdef) {
+  return after_members(string, setdef, false);
+}
+char const* _zstriposex(char const* string, char const* setdef) {
+  return after_members(string, setdef, true);
+}
+char const* _zstrcposex(char const* string, char const* setdef) {
+  return first_member(string, setdef, false);
+}
+char const* _zstricposex(char const* string, char const* setdef) {
+  return first_member(string, setdef, true);
+}
+char* _zstrposex(char* string, char const* setdef) {
+  return const_cast<char*>(after_members(string, setdef, false));
+}
+char* _zstriposex(char* string, char const* setdef) {
+  return const_cast<char*>(after_members(string, setdef, true));
+}
+char* _zstrcposex(char* string, char const* setdef) {
+  return const_cast<char*>(first_member(string, setdef, false));
+}
+char* _zstricposex(char* string, char const* setdef) {
+  return const_cast<char*>(first_member(string, setdef, true));
+}
+
+int _zchrspnex(char c, char* setdef) {
+  if (setdef == nullptr) {
+    warn(msg::kChrspnexNullSetdef);
+    return 0;
+  }
+  if (*setdef == '\0') {
+    warn(msg::kChrspnexEmptySetdef);
+    return 0;
+  }
+  Table const members = compile_members(setdef);
+  if (members == nullptr) {
+    warn(msg::kChrspnexBadSetdef);
+    return 0;
+  }
+  return members[static_cast<unsigned char>(c)];
+}
