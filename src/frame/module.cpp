@@ -1,13 +1,36 @@
 // module.cpp - the module's entry and its load and unload sequences.
 #include "frame/module.h"
 
+#include <cstdlib>
+
 namespace zelstr::frame {
 namespace {
 
+using Hook = void (*)();
+
+// The hooks of one step, in the order they were declared.
+struct Step {
+  Hook hooks[kHooksPerStep];
+  void add(Hook run) {
+    for (Hook& slot : hooks) {
+      if (slot == nullptr) {
+        slot = run;
+        return;
+      }
+    }
+    std::abort();  // more hooks than a step holds: a mistake of the build
+  }
+  void run_all() const {
+    for (Hook run : hooks) {
+      if (run != nullptr) run();
+    }
+  }
+};
+
 // Constant-initialised, so hooks declared by any unit during static
 // initialisation find the tables ready.
-void (*g_load_steps[static_cast<int>(LoadStep::kCount)])() = {};
-void (*g_unload_steps[static_cast<int>(UnloadStep::kCount)])() = {};
+Step g_load_steps[static_cast<int>(LoadStep::kCount)] = {};
+Step g_unload_steps[static_cast<int>(UnloadStep::kCount)] = {};
 
 void* g_instance = nullptr;
 platform::CriticalSection g_critical_sections[kCriticalSectionCount];
@@ -15,15 +38,11 @@ platform::CriticalSection g_critical_sections[kCriticalSectionCount];
 void attach(void* instance) {
   g_instance = instance;
   for (int i = kCriticalSectionCount - 1; i >= 0; --i) g_critical_sections[i].Initialize();
-  for (auto* run : g_load_steps) {
-    if (run != nullptr) run();
-  }
+  for (Step const& step : g_load_steps) step.run_all();
 }
 
 void detach() {
-  for (auto* run : g_unload_steps) {
-    if (run != nullptr) run();
-  }
+  for (Step const& step : g_unload_steps) step.run_all();
   for (auto& cs : g_critical_sections) cs.Delete();
 }
 
@@ -37,10 +56,10 @@ int module_entry(void* instance, unsigned long reason, void* /*reserved*/) {
 
 void* module_instance() { return g_instance; }
 
-LoadHook::LoadHook(LoadStep step, void (*run)()) { g_load_steps[static_cast<int>(step)] = run; }
+LoadHook::LoadHook(LoadStep step, void (*run)()) { g_load_steps[static_cast<int>(step)].add(run); }
 
 UnloadHook::UnloadHook(UnloadStep step, void (*run)()) {
-  g_unload_steps[static_cast<int>(step)] = run;
+  g_unload_steps[static_cast<int>(step)].add(run);
 }
 
 platform::CriticalSection& critical_section(int index) { return g_critical_sections[index]; }

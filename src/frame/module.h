@@ -57,7 +57,9 @@ enum class UnloadStep {
 };
 
 // Declaring one of these (as a ZELSTR_MODULE_HOOK static object) makes `run`
-// part of the load or unload sequence at `step`.  Each step has one owner.
+// part of the load or unload sequence at `step`.  A step runs its hooks in
+// the order they were declared; it holds kHooksPerStep at most.
+inline constexpr int kHooksPerStep = 4;
 struct LoadHook {
   LoadHook(LoadStep step, void (*run)());
 };

@@ -174,6 +174,48 @@ NullCase const kCases[] = {
     {"strnicmp s2", CALL(_zstrnicmp("a", nullptr, 3), 1), 92,
      "_zstrnicmp() - Warning: <string2> given in argmument was NULL: value 0 or '+1' was returned "
      "as result, whether <count> was equal to 0L or not."},
+    {"upper", CALL(_zstrupper(static_cast<char*>(nullptr)), nullptr), 143,
+     "_zstrupper() - Warning: <string> given in argument is NULL: NULL has been returned as result "
+     "of turning to string contents upper-case."},
+    {"lowerASCII", CALL(_zstrlowerASCII(static_cast<char*>(nullptr)), nullptr), 142,
+     "_zstrlower() - Warning: <string> given in argument is NULL: NULL has been returned as result "
+     "of turning string contents to lower-case."},
+    {"strichr", CALL(_zstrichr(static_cast<char const*>(nullptr), 'x'), nullptr), 123,
+     "_zstr[i]chr() - Warning: <string> given in argument was NULL: NULL was returned as "
+     "occurrence."},
+    {"strrichr", CALL(_zstrrichr(static_cast<char*>(nullptr), 'x'), nullptr), 107,
+     "_zstr[i]rchr() - Warning: <string> given in argument was NULL: NULL was returned as "
+     "occurrence."},
+    {"strrstr s1", CALL(_zstrrstr(static_cast<char const*>(nullptr), "a"), nullptr), 81,
+     "_z[i]rstr() - Warning: <string1> given in argument was NULL: NULL was returned as result of "
+     "backward search."},
+    {"strristr s2", CALL(_zstrristr(g_src, nullptr), nullptr), 82,
+     "_z[i]rstr() - Warning: <string2> given in argument was NULL: NULL was returned as result of "
+     "backward search."},
+    {"strstrcnt s1", CALL(_zstrstrcnt(nullptr, "a"), -1), 83,
+     "_z[i]strstrcnt() - Warning: <string1> given in argument was NULL: -1 was returned as count "
+     "of occurrences."},
+    {"stristrcnt s2", CALL(_zstristrcnt("a", nullptr), -1), 102,
+     "_z[i]strstrcnt() - Warning: <string2> given in argument was NULL: -1 was returned as count "
+     "of occurrences."},
+    {"strstrcnt empty", CALL(_zstrstrcnt("a", ""), -1), 103,
+     "_z[i]strstrcnt() - Warning: <string2> given in argument was empty: -1 was returned as count "
+     "of occurrences."},
+    {"strccnt", CALL(_zstrccnt(nullptr, 'a'), -1), 106,
+     "_zstrccnt() - Warning: <string> given in argument was NULL: -1 was returned as count of "
+     "occurrences."},
+    {"strspn s", CALL(_zstrspn(nullptr, "a"), 0u), 108,
+     "_zstrspn() - Warning: <string> given in argument was NULL: 0L was returned as result of "
+     "count."},
+    {"strspn accept", CALL(_zstrspn("a", nullptr), 0u), 109,
+     "_zstrspn() - Warning: <accept> given in argument was NULL: 0L was returned as result of "
+     "count."},
+    {"strrspn s", CALL(_zstrrspn(nullptr, "a"), 0u), 110,
+     "_zstrrspn() - Warning: <string> given in argument was NULL: 0L was returned as result of "
+     "count."},
+    {"strrspn accept", CALL(_zstrrspn("a", nullptr), 0u), 111,
+     "_zstrrspn() - Warning: <accept> given in argument was NULL: 0L was returned as result of "
+     "count."},
 };
 
 #undef CALL
@@ -190,7 +232,7 @@ TEST_P(NullArgument, FilesItsWarningAndReturnsItsFallback) {
   EXPECT_STREQ(g_dest, "intact");
 }
 
-INSTANTIATE_TEST_SUITE_P(CopyLengthCompare, NullArgument, ::testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(StringCalls, NullArgument, ::testing::ValuesIn(kCases),
                          [](auto const& info) {
                            std::string name = info.param.name;
                            for (char& ch : name) {

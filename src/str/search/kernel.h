@@ -20,6 +20,10 @@
 #include "str/search/plan.h"
 #include "str/search/verify.h"
 
+// Marks the scan and the vector loads it makes (which may run past the
+// terminator inside an aligned block) as unwatched by the address sanitizer.
+#define ZELSTR_PAST_TERMINATOR __attribute__((no_sanitize_address))
+
 namespace zelstr::str::search {
 namespace {
 
@@ -34,8 +38,7 @@ inline bool too_many_misses(std::size_t misses, std::size_t scanned) {
 }
 
 template <class V, bool kTwoVariants>
-__attribute__((no_sanitize_address)) Found pair_scan(char const* text, char const* pattern,
-                                                     Plan const& plan) {
+ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Plan const& plan) {
   std::size_t const width = V::kWidth;
   std::size_t const d = plan.k2 - plan.k1;
   // Positions before the first aligned block that can hold a k2 byte.

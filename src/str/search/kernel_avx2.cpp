@@ -11,10 +11,10 @@ struct Avx2 {
   static constexpr std::size_t kWidth = 32;
   using Vec = __m256i;
   static Vec splat(unsigned char c) { return _mm256_set1_epi8(static_cast<char>(c)); }
-  static Vec load_aligned(char const* p) {
+  ZELSTR_PAST_TERMINATOR static Vec load_aligned(char const* p) {
     return _mm256_load_si256(reinterpret_cast<Vec const*>(p));
   }
-  static Vec load_unaligned(char const* p) {
+  ZELSTR_PAST_TERMINATOR static Vec load_unaligned(char const* p) {
     return _mm256_loadu_si256(reinterpret_cast<Vec const*>(p));
   }
   static Vec eq(Vec a, Vec b) { return _mm256_cmpeq_epi8(a, b); }

@@ -10,8 +10,10 @@ struct Sse2 {
   static constexpr std::size_t kWidth = 16;
   using Vec = __m128i;
   static Vec splat(unsigned char c) { return _mm_set1_epi8(static_cast<char>(c)); }
-  static Vec load_aligned(char const* p) { return _mm_load_si128(reinterpret_cast<Vec const*>(p)); }
-  static Vec load_unaligned(char const* p) {
+  ZELSTR_PAST_TERMINATOR static Vec load_aligned(char const* p) {
+    return _mm_load_si128(reinterpret_cast<Vec const*>(p));
+  }
+  ZELSTR_PAST_TERMINATOR static Vec load_unaligned(char const* p) {
     return _mm_loadu_si128(reinterpret_cast<Vec const*>(p));
   }
   static Vec eq(Vec a, Vec b) { return _mm_cmpeq_epi8(a, b); }
