@@ -37,10 +37,42 @@ inline bool too_many_misses(std::size_t misses, std::size_t scanned) {
   return misses > 16 + scanned / 8;
 }
 
+// The pair's matches in the block at `a` (bit i: the candidate whose k2
+// byte is a[i]), and the block's zero bytes.
+template <class V, bool kTwoVariants>
+struct PairTest {
+  typename V::Vec want1a, want1b, want2a, want2b, zero;
+  std::size_t d;
+
+  PairTest(Plan const& plan)
+      : want1a(V::splat(plan.c1[0])),
+        want1b(V::splat(plan.c1[1])),
+        want2a(V::splat(plan.c2[0])),
+        want2b(V::splat(plan.c2[1])),
+        zero(V::splat(0)),
+        d(plan.k2 - plan.k1) {}
+
+  // Candidates or zeros, as one vector: cheap to test for "anything here".
+  ZELSTR_PAST_TERMINATOR typename V::Vec hits(char const* a, typename V::Vec* zeros) const {
+    auto const at_k2 = V::load_aligned(a);
+    auto const at_k1 = V::load_unaligned(a - d);
+    auto hit2 = V::eq(at_k2, want2a);
+    auto hit1 = V::eq(at_k1, want1a);
+    if (kTwoVariants) {
+      hit2 = V::or_(hit2, V::eq(at_k2, want2b));
+      hit1 = V::or_(hit1, V::eq(at_k1, want1b));
+    }
+    *zeros = V::eq(at_k2, zero);
+    return V::and_(hit1, hit2);
+  }
+};
+
 template <class V, bool kTwoVariants>
 ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Plan const& plan) {
   std::size_t const width = V::kWidth;
-  std::size_t const d = plan.k2 - plan.k1;
+  // Blocks are taken four at a time from an address aligned to four blocks:
+  // such a group lies within one page.
+  std::size_t const group = 4 * width;
   // Positions before the first aligned block that can hold a k2 byte.
   auto const first_block =
       (reinterpret_cast<std::uintptr_t>(text) + plan.k2 + width - 1) & ~std::uintptr_t{width - 1};
@@ -54,38 +86,53 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
     if (matches_at(text + s, pattern, plan, a)) return Found{text + s, nullptr, nullptr};
   }
 
-  auto const want1a = V::splat(plan.c1[0]), want1b = V::splat(plan.c1[1]);
-  auto const want2a = V::splat(plan.c2[0]), want2b = V::splat(plan.c2[1]);
-  auto const zero = V::splat(0);
+  PairTest<V, kTwoVariants> const test(plan);
   std::size_t misses = 0;
-  for (;; a += width) {
-    auto const at_k2 = V::load_aligned(a);
-    auto const at_k1 = V::load_unaligned(a - d);
-    auto hit2 = V::eq(at_k2, want2a);
-    auto hit1 = V::eq(at_k1, want1a);
-    if (kTwoVariants) {
-      hit2 = V::or_(hit2, V::eq(at_k2, want2b));
-      hit1 = V::or_(hit1, V::eq(at_k1, want1b));
-    }
-    std::uint32_t candidates = V::mask(V::and_(hit1, hit2));
-    std::uint32_t const zeros = V::mask(V::eq(at_k2, zero));
-    char const* known = a + width;  // the text is known to reach here
+  Found found;
+  // Examines the block at `b`: true when the scan ends there (`found` says
+  // how).
+  auto ends_in_block = [&](char const* b) {
+    typename V::Vec zero_vec;
+    std::uint32_t candidates = V::mask(test.hits(b, &zero_vec));
+    std::uint32_t const zeros = V::mask(zero_vec);
+    char const* known = b + width;  // the text is known to reach here
     if (zeros != 0) {
       unsigned const t = lowest_bit(zeros);
       candidates &= (std::uint32_t{1} << t) - 1;
-      known = a + t;
+      known = b + t;
     }
     while (candidates != 0) {
-      char const* const s = a + lowest_bit(candidates) - plan.k2;
+      char const* const s = b + lowest_bit(candidates) - plan.k2;
       if (matches_at(s, pattern, plan, known)) {
-        return Found{s, zeros != 0 ? known : nullptr, nullptr};
+        found = Found{s, zeros != 0 ? known : nullptr, nullptr};
+        return true;
       }
       candidates &= candidates - 1;
-      if (too_many_misses(++misses, static_cast<std::size_t>(a - text))) {
-        return Found{nullptr, zeros != 0 ? known : nullptr, s + 1};
+      if (too_many_misses(++misses, static_cast<std::size_t>(b - text))) {
+        found = Found{nullptr, zeros != 0 ? known : nullptr, s + 1};
+        return true;
       }
     }
-    if (zeros != 0) return Found{nullptr, known, nullptr};
+    if (zeros == 0) return false;
+    found = Found{nullptr, known, nullptr};
+    return true;
+  };
+
+  for (; reinterpret_cast<std::uintptr_t>(a) % group != 0; a += width) {
+    if (ends_in_block(a)) return found;
+  }
+  for (;; a += group) {
+    typename V::Vec z0, z1, z2, z3;
+    auto const h0 = test.hits(a, &z0);
+    auto const h1 = test.hits(a + width, &z1);
+    auto const h2 = test.hits(a + 2 * width, &z2);
+    auto const h3 = test.hits(a + 3 * width, &z3);
+    auto const any =
+        V::or_(V::or_(V::or_(h0, z0), V::or_(h1, z1)), V::or_(V::or_(h2, z2), V::or_(h3, z3)));
+    if (V::mask(any) == 0) continue;
+    for (std::size_t i = 0; i < 4; ++i) {
+      if (ends_in_block(a + i * width)) return found;
+    }
   }
 }
 

@@ -104,32 +104,61 @@ void build_skip(SearchState& st, char const* pattern) {
   st.skip_ready = true;
 }
 
-// The Boyer-Moore walk over a text of known length `n`, from window start
-// `from`: compare from the pattern's end; on a mismatch move the window by
-// the larger of the bad-character distance and the part already matched.
-char const* boyer_moore(char const* text, std::size_t n, std::size_t from, char const* pattern,
-                        SearchState const& st) {
+// Measures the text a page at a time, just ahead of a walk that does not
+// read every byte, so that the walk never steps over the terminator.
+class MeasuredText {
+ public:
+  explicit MeasuredText(char const* from) : m_known(from) {}
+
+  // True when the text reaches position `p` (its terminator excluded).
+  bool reaches(char const* p) {
+    while (p >= m_known) {
+      if (m_end != nullptr) return false;
+      std::size_t const piece = ::strnlen(m_known, kPiece);
+      m_known += piece;
+      if (piece < kPiece) m_end = m_known;
+    }
+    return true;
+  }
+  char const* end() const { return m_end; }
+
+ private:
+  static constexpr std::size_t kPiece = 4096;
+  char const* m_known;  // the text has no terminator before here
+  char const* m_end = nullptr;
+};
+
+// The Boyer-Moore walk from window start `from`: compare from the pattern's
+// end; on a mismatch move the window by the larger of the bad-character
+// distance and the part already matched.  A mismatch on the window's last
+// byte, by far the commonest step, has a loop of its own.
+Found boyer_moore(char const* from, char const* pattern, SearchState const& st) {
   std::size_t const m = st.plan.length;
   unsigned char const* const upper = st.ignore_case ? st.upper : nullptr;
-  auto byte = [upper, text](std::size_t i) {
-    auto const b = static_cast<unsigned char>(text[i]);
+  auto byte = [upper](char const* at) {
+    auto const b = static_cast<unsigned char>(*at);
     return upper ? upper[b] : b;
   };
-  std::size_t i = from + m - 1;
-  std::size_t j = m - 1;
-  while (i < n) {
-    unsigned char const b = byte(i);
-    if (b == static_cast<unsigned char>(pattern[j])) {
-      if (j == 0) return text + i;
+  auto const last = static_cast<unsigned char>(pattern[m - 1]);
+  MeasuredText measured(from);
+  char const* i = from + m - 1;
+  for (;;) {
+    unsigned char b;
+    while (measured.reaches(i) && (b = byte(i)) != last) i += st.skip[b];
+    if (measured.end() != nullptr && i >= measured.end())
+      return Found{nullptr, measured.end(), nullptr};
+    // The last bytes agree: compare leftwards.
+    std::size_t j = m - 1;
+    for (;;) {
+      if (j == 0) return Found{i, measured.end(), nullptr};
       --i;
       --j;
-      continue;
+      b = byte(i);
+      if (b != static_cast<unsigned char>(pattern[j])) break;
     }
     std::size_t const bad = static_cast<std::size_t>(st.skip[b]);
     i += bad > m - j ? bad : m - j;
-    j = m - 1;
   }
-  return nullptr;
 }
 
 }  // namespace
@@ -160,11 +189,8 @@ Found find_first(char const* text, char const* pattern, SearchState& st) {
     found = has_avx2() ? pair_scan_avx2(text, p, st.plan) : pair_scan_sse2(text, p, st.plan);
     if (found.resume == nullptr) return found;
   }
-  char const* const from = found.resume ? found.resume : text;
-  std::size_t const n = static_cast<std::size_t>(from - text) + std::strlen(from);
   if (!st.skip_ready) build_skip(st, p);
-  return Found{boyer_moore(text, n, static_cast<std::size_t>(from - text), p, st), text + n,
-               nullptr};
+  return boyer_moore(found.resume ? found.resume : text, p, st);
 }
 
 }  // namespace zelstr::str::search
