@@ -61,10 +61,77 @@ int run_len(std::span<char* const> args) {
   return 0;
 }
 
+// The whole of standard input.
+std::string read_stdin() {
+  std::string text;
+  char buffer[65536];
+  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0;)
+    text.append(buffer, n);
+  return text;
+}
+
+// find [-i] PATTERN TEXT: the first occurrence ("-" reads the text from
+// standard input).
+int run_find(std::span<char* const> args) {
+  bool const insensitive = !args.empty() && std::strcmp(args[0], "-i") == 0;
+  if (args.size() != (insensitive ? 3u : 2u)) {
+    std::fprintf(stderr, "usage: zelstr find [-i] PATTERN TEXT|-\n");
+    return kUsageError;
+  }
+  char const* const pattern = argument(args[args.size() - 2]);
+  char const* text = argument(args.back());
+  std::string input;
+  if (text != nullptr && std::strcmp(text, "-") == 0) {
+    input = read_stdin();
+    text = input.c_str();
+  }
+  char const* const at = insensitive ? _zstristr(text, pattern) : _zstrstr(text, pattern);
+  if (at == nullptr) {
+    std::printf("not found\n");
+    return 1;
+  }
+  std::printf("found at %ld: %.40s\n", static_cast<long>(at - text), at);
+  return 0;
+}
+
+// span SETDEF [LINE...]: the initial run of each line (or of each line of
+// standard input) made of members of the set.
+int run_span(std::span<char* const> args) {
+  if (args.empty()) {
+    std::fprintf(stderr, "usage: zelstr span SETDEF [LINE...]\n");
+    return kUsageError;
+  }
+  char const* const setdef = argument(args[0]);
+  auto show = [setdef](char const* line) {
+    unsigned const n = _zstrspnex(line, setdef);
+    std::printf("%u\t%.*s\n", n, static_cast<int>(n), line != nullptr ? line : "");
+  };
+  if (args.size() > 1) {
+    for (char* const line : args.subspan(1)) show(argument(line));
+    return 0;
+  }
+  std::string const input = read_stdin();
+  for (std::size_t start = 0; start < input.size();) {
+    std::size_t end = input.find('\n', start);
+    if (end == std::string::npos) end = input.size();
+    std::string line = input.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    show(line.c_str());
+    start = end + 1;
+  }
+  return 0;
+}
+
 constexpr Command kCommands[] = {
     {"cmp", "[-i] [-n COUNT] A B",
      "compare A and B (-i: ignoring case, -n: at most COUNT bytes); prints -1, 0 or 1", run_cmp},
     {"len", "S", "print the length of S", run_len},
+    {"find", "[-i] PATTERN TEXT|-",
+     "the first occurrence of PATTERN in TEXT (-: standard input; -i: ignoring case)", run_find},
+    {"span", "SETDEF [LINE...]",
+     "the initial run of each line (default: lines of standard input) made of members of the "
+     "set SETDEF, such as [a-zA-Z_]",
+     run_span},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 
