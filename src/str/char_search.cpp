@@ -9,26 +9,19 @@ using namespace zelstr::str;
 
 namespace {
 
-// The first byte of `s` whose upper case is that of `c`; c = 0 finds the
-// terminator.
-char const* first_folded(char const* s, char c) {
+// The first (or last) byte of `s` whose upper case is that of `c`; c = 0
+// finds the terminator.
+char const* find_folded(char const* s, char c, bool last) {
   unsigned char const* const upper = zelstr::chars::upper_fold().upper;
   unsigned char const wanted = upper[static_cast<unsigned char>(c)];
+  char const* found = nullptr;
   for (;; ++s) {
     unsigned char const b = static_cast<unsigned char>(*s);
-    if (upper[b] == wanted) return s;
-    if (b == 0) return nullptr;
-  }
-}
-
-char const* last_folded(char const* s, char c) {
-  unsigned char const* const upper = zelstr::chars::upper_fold().upper;
-  unsigned char const wanted = upper[static_cast<unsigned char>(c)];
-  char const* last = nullptr;
-  for (;; ++s) {
-    unsigned char const b = static_cast<unsigned char>(*s);
-    if (upper[b] == wanted) last = s;
-    if (b == 0) return last;
+    if (upper[b] == wanted) {
+      found = s;
+      if (!last) return found;
+    }
+    if (b == 0) return found;
   }
 }
 
@@ -47,7 +40,7 @@ char const* _zstrichr(char const* s, char c) {
     warn(msg::kChrNullString);
     return nullptr;
   }
-  return first_folded(s, c);
+  return find_folded(s, c, false);
 }
 
 char const* _zstrrchr(char const* s, char c) {
@@ -63,7 +56,7 @@ char const* _zstrrichr(char const* s, char c) {
     warn(msg::kRchrNullString);
     return nullptr;
   }
-  return last_folded(s, c);
+  return find_folded(s, c, true);
 }
 
 char* _zstrchr(char* s, char c) {

@@ -21,7 +21,8 @@ unsigned char swapped(unsigned char b) {
   return static_cast<unsigned char>(CCharCaseRelatedOps::m_acSwpCaseUC[b]);
 }
 
-// Counts bytes while `in(byte)` holds; the terminator never satisfies it.
+// Counts bytes while the flag `in(byte)` (0 or 1) is set; the terminator's
+// flag is always 0.
 //
 // The bytes are taken eight at a time from an address aligned to eight, and
 // the group's flags are combined: only the group where the run ends is
@@ -36,8 +37,8 @@ __attribute__((no_sanitize_address)) std::size_t run_while(char const* s, In in)
     if (!in(p[i])) return i;
   }
   for (;; i += 8) {
-    bool const all = in(p[i]) & in(p[i + 1]) & in(p[i + 2]) & in(p[i + 3]) & in(p[i + 4]) &
-                     in(p[i + 5]) & in(p[i + 6]) & in(p[i + 7]);
+    unsigned const all = in(p[i]) & in(p[i + 1]) & in(p[i + 2]) & in(p[i + 3]) & in(p[i + 4]) &
+                         in(p[i + 5]) & in(p[i + 6]) & in(p[i + 7]);
     if (!all) break;
   }
   while (in(p[i])) ++i;
@@ -47,18 +48,20 @@ __attribute__((no_sanitize_address)) std::size_t run_while(char const* s, In in)
 // The run of members (the terminator is never a member).
 std::size_t member_run(char const* s, Table members, bool ignore_case) {
   if (ignore_case) {
-    return run_while(s, [members](unsigned char b) { return members[b] | members[swapped(b)]; });
+    return run_while(
+        s, [members](unsigned char b) -> unsigned { return members[b] | members[swapped(b)]; });
   }
-  return run_while(s, [members](unsigned char b) { return members[b] != 0; });
+  return run_while(s, [members](unsigned char b) -> unsigned { return members[b]; });
 }
 
 // The run of non-members (byte 0 is flagged as a member of the complement
 // table, so the scan stops at the terminator).
 std::size_t non_member_run(char const* s, Table others, bool ignore_case) {
   if (ignore_case) {
-    return run_while(s, [others](unsigned char b) { return others[b] & others[swapped(b)]; });
+    return run_while(
+        s, [others](unsigned char b) -> unsigned { return others[b] & others[swapped(b)]; });
   }
-  return run_while(s, [others](unsigned char b) { return others[b] != 0; });
+  return run_while(s, [others](unsigned char b) -> unsigned { return others[b]; });
 }
 
 // The three warnings of one family.

@@ -6,7 +6,6 @@
 #include <cstring>
 
 #include "chars/upper_fold.h"
-#include "str/search/verify.h"
 
 namespace zelstr::str::search {
 
