@@ -30,7 +30,7 @@ ZELSTR_API unsigned int _zstrspn(char const* s, char const* accept);
 
 // Length of the final run of `s` made of bytes of `accept` (a plain list):
 // what trimming those bytes from the right would remove.  NULL `s`: warning
-// 110; NULL `accept`: warning 111; both return 0.
+// 110; NULL `accept`: warning 122; both return 0.
 ZELSTR_API unsigned int _zstrrspn(char const* s, char const* accept);
 
 // The later / earlier of two positions, compared as addresses (not as
