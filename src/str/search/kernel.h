@@ -67,8 +67,11 @@ struct PairTest {
   }
 };
 
+// Hands every occurrence to `visitor`, skipping candidates that start before
+// the position the visitor gave last.
 template <class V, bool kTwoVariants>
-ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Plan const& plan) {
+ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Plan const& plan,
+                                       Visitor const& visitor) {
   std::size_t const width = V::kWidth;
   // Blocks are taken four at a time from an address aligned to four blocks:
   // such a group lies within one page.
@@ -80,10 +83,14 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
   std::size_t const head = static_cast<std::size_t>(a - text);
   std::size_t const short_length = ::strnlen(text, head);
   if (short_length < head) {
-    return Found{naive_find(text, short_length, pattern, plan), text + short_length, nullptr};
+    return Found{naive_walk(text, short_length, text, pattern, plan, visitor), text + short_length,
+                 nullptr};
   }
-  for (std::size_t s = 0; s + plan.k2 < head; ++s) {
-    if (matches_at(text + s, pattern, plan, a)) return Found{text + s, nullptr, nullptr};
+  char const* allowed = text;  // no occurrence may start before this
+  for (char const* s = text; s + plan.k2 < a; ++s) {
+    if (s < allowed || !matches_at(s, pattern, plan, a)) continue;
+    allowed = visitor(s);
+    if (allowed == nullptr) return Found{s, nullptr, nullptr};
   }
 
   PairTest<V, kTwoVariants> const test(plan);
@@ -103,13 +110,18 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
     }
     while (candidates != 0) {
       char const* const s = b + lowest_bit(candidates) - plan.k2;
-      if (matches_at(s, pattern, plan, known)) {
-        found = Found{s, zeros != 0 ? known : nullptr, nullptr};
-        return true;
-      }
       candidates &= candidates - 1;
+      if (s < allowed) continue;
+      if (matches_at(s, pattern, plan, known)) {
+        allowed = visitor(s);
+        if (allowed == nullptr) {
+          found = Found{s, zeros != 0 ? known : nullptr, nullptr};
+          return true;
+        }
+        continue;
+      }
       if (too_many_misses(++misses, static_cast<std::size_t>(b - text))) {
-        found = Found{nullptr, zeros != 0 ? known : nullptr, s + 1};
+        found = Found{nullptr, zeros != 0 ? known : nullptr, s + 1 > allowed ? s + 1 : allowed};
         return true;
       }
     }
@@ -137,9 +149,10 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
 }
 
 template <class V>
-Found pair_scan_dispatch(char const* text, char const* pattern, Plan const& plan) {
-  return plan.two_variants ? pair_scan<V, true>(text, pattern, plan)
-                           : pair_scan<V, false>(text, pattern, plan);
+Found pair_scan_dispatch(char const* text, char const* pattern, Plan const& plan,
+                         Visitor const& visitor) {
+  return plan.two_variants ? pair_scan<V, true>(text, pattern, plan, visitor)
+                           : pair_scan<V, false>(text, pattern, plan, visitor);
 }
 
 }  // namespace

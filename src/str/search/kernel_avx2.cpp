@@ -25,8 +25,9 @@ struct Avx2 {
 
 }  // namespace
 
-Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan) {
-  return pair_scan_dispatch<Avx2>(text, pattern, plan);
+Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
+                     Visitor const& visitor) {
+  return pair_scan_dispatch<Avx2>(text, pattern, plan, visitor);
 }
 
 }  // namespace zelstr::str::search

@@ -24,8 +24,9 @@ struct Sse2 {
 
 }  // namespace
 
-Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan) {
-  return pair_scan_dispatch<Sse2>(text, pattern, plan);
+Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan,
+                     Visitor const& visitor) {
+  return pair_scan_dispatch<Sse2>(text, pattern, plan, visitor);
 }
 
 }  // namespace zelstr::str::search

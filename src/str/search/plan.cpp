@@ -9,8 +9,10 @@
 
 namespace zelstr::str::search {
 
-Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan);
-Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan);
+Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan,
+                     Visitor const& visitor);
+Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
+                     Visitor const& visitor);
 
 namespace {
 
@@ -130,8 +132,10 @@ class MeasuredText {
 // The Boyer-Moore walk from window start `from`: compare from the pattern's
 // end; on a mismatch move the window by the larger of the bad-character
 // distance and the part already matched.  A mismatch on the window's last
-// byte, by far the commonest step, has a loop of its own.
-Found boyer_moore(char const* from, char const* pattern, SearchState const& st) {
+// byte, by far the commonest step, has a loop of its own.  The first
+// occurrence, or NULL at the end of the text.
+char const* boyer_moore(char const* from, char const* pattern, SearchState const& st,
+                        MeasuredText& measured) {
   std::size_t const m = st.plan.length;
   unsigned char const* const upper = st.ignore_case ? st.upper : nullptr;
   auto byte = [upper](char const* at) {
@@ -139,17 +143,15 @@ Found boyer_moore(char const* from, char const* pattern, SearchState const& st) 
     return upper ? upper[b] : b;
   };
   auto const last = static_cast<unsigned char>(pattern[m - 1]);
-  MeasuredText measured(from);
   char const* i = from + m - 1;
   for (;;) {
     unsigned char b;
     while (measured.reaches(i) && (b = byte(i)) != last) i += st.skip[b];
-    if (measured.end() != nullptr && i >= measured.end())
-      return Found{nullptr, measured.end(), nullptr};
+    if (measured.end() != nullptr && i >= measured.end()) return nullptr;
     // The last bytes agree: compare leftwards.
     std::size_t j = m - 1;
     for (;;) {
-      if (j == 0) return Found{i, measured.end(), nullptr};
+      if (j == 0) return i;
       --i;
       --j;
       b = byte(i);
@@ -181,15 +183,39 @@ void prepare(SearchState& st, char const* pattern, std::uint32_t m) {
   plan_pair(st, pattern, m);
 }
 
-Found find_first(char const* text, char const* pattern, SearchState& st) {
+namespace {
+
+// Runs the pair scan, then, if it gave up, the Boyer-Moore walk.
+Found scan(char const* text, char const* pattern, SearchState& st, Visitor const& visitor) {
   char const* const p = st.ignore_case ? st.folded.c_str() : pattern;
   Found found;
   if (st.plan.vector) {
-    found = has_avx2() ? pair_scan_avx2(text, p, st.plan) : pair_scan_sse2(text, p, st.plan);
+    found = has_avx2() ? pair_scan_avx2(text, p, st.plan, visitor)
+                       : pair_scan_sse2(text, p, st.plan, visitor);
     if (found.resume == nullptr) return found;
   }
   if (!st.skip_ready) build_skip(st, p);
-  return boyer_moore(found.resume ? found.resume : text, p, st);
+  char const* from = found.resume ? found.resume : text;
+  MeasuredText measured(from);
+  for (;;) {
+    char const* const match = boyer_moore(from, p, st, measured);
+    if (match == nullptr) return Found{nullptr, measured.end(), nullptr};
+    from = visitor(match);
+    if (from == nullptr) return Found{match, measured.end(), nullptr};
+  }
+}
+
+char const* stop_at_first(void*, char const*) { return nullptr; }
+
+}  // namespace
+
+Found find_first(char const* text, char const* pattern, SearchState& st) {
+  return scan(text, pattern, st, Visitor{stop_at_first, nullptr});
+}
+
+char const* find_all(char const* text, char const* pattern, SearchState& st, Visitor visitor) {
+  Found const found = scan(text, pattern, st, visitor);
+  return found.match == nullptr ? found.end : nullptr;
 }
 
 }  // namespace zelstr::str::search

@@ -26,10 +26,19 @@ struct Plan {
 
 // What a scan found.
 struct Found {
-  char const* match = nullptr;   // the first occurrence, or NULL
+  char const* match = nullptr;   // the occurrence the scan stopped at, or NULL
   char const* end = nullptr;     // the text's terminator, when the scan saw it
   char const* resume = nullptr;  // set when the pair scan gave up: no
                                  // occurrence starts before it
+};
+
+// Told each occurrence a scan finds, in order: returns the first position
+// where the next occurrence may start (behind this one, for a walk without
+// overlaps), or NULL to stop the scan there.
+struct Visitor {
+  char const* (*visit)(void* context, char const* match);
+  void* context;
+  char const* operator()(char const* match) const { return visit(context, match); }
 };
 
 // One kind of search (case-sensitive or not) and its library-wide state.
@@ -60,6 +69,11 @@ void prepare(SearchState& state, char const* pattern, std::uint32_t m);
 // The first occurrence of the prepared pattern (`pattern` as given to
 // prepare) in `text`, measuring the text on the way where it can.
 Found find_first(char const* text, char const* pattern, SearchState& state);
+
+// Every occurrence in `text`, left to right, each handed to `visitor`, which
+// says where the next may start; one pass over the text.  Returns the
+// text's terminator, or NULL when the visitor stopped the scan first.
+char const* find_all(char const* text, char const* pattern, SearchState& state, Visitor visitor);
 
 }  // namespace zelstr::str::search
 

@@ -33,12 +33,18 @@ inline bool matches_at(char const* s, char const* pattern, Plan const& plan, cha
   return true;
 }
 
-// The first occurrence in a text of known length `n`, tried at each start.
-inline char const* naive_find(char const* text, std::size_t n, char const* pattern,
-                              Plan const& plan) {
-  if (n < plan.length) return nullptr;
-  for (std::size_t s = 0; s + plan.length <= n; ++s) {
-    if (matches_at(text + s, pattern, plan, text + n)) return text + s;
+// The occurrences in a text of known length `n`, tried at each start from
+// `from`, handed to `visitor`; the one it stopped at, or NULL.
+inline char const* naive_walk(char const* text, std::size_t n, char const* from,
+                              char const* pattern, Plan const& plan, Visitor const& visitor) {
+  for (char const* s = from; s != nullptr && s + plan.length <= text + n;) {
+    if (!matches_at(s, pattern, plan, text + n)) {
+      ++s;
+      continue;
+    }
+    char const* const next = visitor(s);
+    if (next == nullptr) return s;
+    s = next;
   }
   return nullptr;
 }
