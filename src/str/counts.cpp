@@ -7,13 +7,24 @@
 #include "zelstr/search.h"
 
 using namespace zelstr::str;
-using zelstr::str::search::find_first;
 using zelstr::str::search::SearchState;
 
 namespace {
 
 // Occurrences from left to right, each search starting after the previous
-// occurrence, as the replacements walk them.
+// occurrence, as the replacements walk them: one pass of the scan.  A search
+// state of its own leaves the library-wide state alone.
+struct Counter {
+  std::size_t length;
+  int count = 0;
+  static char const* visit(void* context, char const* at) {
+    auto& self = *static_cast<Counter*>(context);
+    if (self.count == INT_MAX) return nullptr;
+    ++self.count;
+    return at + self.length;
+  }
+};
+
 int count_occurrences(char const* s1, char const* s2, bool ignore_case) {
   if (s1 == nullptr) {
     warn(msg::kStrcntNullString1);
@@ -31,12 +42,9 @@ int count_occurrences(char const* s1, char const* s2, bool ignore_case) {
   SearchState state;
   state.ignore_case = ignore_case;
   search::prepare(state, s2, static_cast<std::uint32_t>(m));
-  int count = 0;
-  for (char const* at = find_first(s1, s2, state).match; at != nullptr && count < INT_MAX;
-       at = find_first(at + m, s2, state).match) {
-    ++count;
-  }
-  return count;
+  Counter counter{m};
+  search::find_all(s1, s2, state, search::Visitor{Counter::visit, &counter});
+  return counter.count;
 }
 
 }  // namespace

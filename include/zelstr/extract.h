@@ -1,0 +1,25 @@
+// extract.h - walking the pieces of a text that lie between a header and a
+// footer.
+//
+//   for (char* piece = _zstrextract(text, "[", "]", 1); piece != nullptr;
+//        piece = _zstrextract(nullptr, "[", "]", 1)) { ... }
+//   _zstrextract(nullptr, "[", "]", 0);  // ends the walk, restores the text
+//
+// Each piece is returned in place: the footer's first byte is replaced by
+// NUL and put back at the next call.  The walk's state is library-wide (one
+// for each function): end every walk with `finished` 0 before starting
+// another.
+#ifndef ZELSTR_EXTRACT_H
+#define ZELSTR_EXTRACT_H
+
+#include "zelstr/export.h"
+
+// The next piece, or NULL.  `finished` 1 goes on (`string` given on the
+// first call only), 0 ends the walk; any other value: warning 0.  NULL
+// header or footer: 124; a string on a later call: 125; none on the first:
+// 126.  An empty header takes each piece from where the last ended.
+ZELSTR_API char* _zstrextract(char* string, char const* header, char const* footer, int finished);
+// The same, finding header and footer without case; its own state.
+ZELSTR_API char* _zstriextract(char* string, char const* header, char const* footer, int finished);
+
+#endif  // ZELSTR_EXTRACT_H

@@ -1,0 +1,121 @@
+// trim.cpp - _zstr[l|r|b]trim, their ex forms, _zstrrtrimlines.
+#include "zelstr/trim.h"
+
+#include <cstring>
+
+#include "str/report.h"
+#include "zelstr/position.h"
+
+using namespace zelstr::str;
+
+namespace {
+
+// Removes the first `n` characters by moving the rest to the front.
+void cut_head(char* s, std::size_t n) {
+  if (n != 0) std::memmove(s, s + n, std::strlen(s + n) + 1);
+}
+
+// Cuts the trailing run of bytes found in `list` (a plain list of bytes).
+void cut_tail(char* s, char const* list) { s[std::strlen(s) - _zstrrspn(s, list)] = '\0'; }
+
+bool is_blank(char c) { return c == ' ' || c == '\t'; }
+
+// Copies `source` to `dest` (which may be the same buffer) without the runs
+// of spaces and tabs that end a line or the text: a run is written as it
+// comes and taken back when a CR, LF or the end follows it.
+char* trim_lines(char* dest, char const* source) {
+  char* write = dest;
+  char* run = nullptr;  // where the current run of blanks began in `dest`
+  for (char const* read = source;; ++read) {
+    char const c = *read;
+    if (c == '\r' || c == '\n' || c == '\0') {
+      if (run != nullptr) write = run;
+      run = nullptr;
+    } else if (is_blank(c)) {
+      if (run == nullptr) run = write;
+    } else {
+      run = nullptr;
+    }
+    *write++ = c;
+    if (c == '\0') return dest;
+  }
+}
+
+}  // namespace
+
+char* _zstrltrim(char* string) {
+  if (string == nullptr) {
+    warn(msg::kLtrimNullString);
+    return nullptr;
+  }
+  cut_head(string, std::strspn(string, " "));
+  return string;
+}
+
+char* _zstrrtrim(char* string) {
+  if (string == nullptr) {
+    warn(msg::kRtrimNullString);
+    return nullptr;
+  }
+  cut_tail(string, " ");
+  return string;
+}
+
+char* _zstrbtrim(char* string) {
+  if (string == nullptr) {
+    warn(msg::kBtrimNullString);
+    return nullptr;
+  }
+  cut_tail(string, " ");
+  cut_head(string, std::strspn(string, " "));
+  return string;
+}
+
+char* _zstrltrimex(char* string1, char const* string2) {
+  if (string1 == nullptr || string2 == nullptr) {
+    warn(string1 == nullptr ? msg::kLtrimexNullString1 : msg::kLtrimexNullString2);
+    return nullptr;
+  }
+  cut_head(string1, std::strspn(string1, string2));
+  return string1;
+}
+
+char* _zstrrtrimex(char* string1, char const* string2) {
+  if (string1 == nullptr || string2 == nullptr) {
+    warn(string1 == nullptr ? msg::kRtrimexNullString1 : msg::kRtrimexNullString2);
+    return nullptr;
+  }
+  cut_tail(string1, string2);
+  return string1;
+}
+
+char* _zstrbtrimex(char* string1, char const* string2) {
+  if (string1 == nullptr || string2 == nullptr) {
+    warn(string1 == nullptr ? msg::kBtrimexNullString1 : msg::kBtrimexNullString2);
+    return nullptr;
+  }
+  cut_tail(string1, string2);
+  cut_head(string1, std::strspn(string1, string2));
+  return string1;
+}
+
+char* _zstrrtrimlines(char* o_DestinationBuffer, char const* i_SourceText) {
+  if (o_DestinationBuffer == nullptr) {
+    warn(msg::kRtrimlinesNullDest);
+    return nullptr;
+  }
+  if (i_SourceText == nullptr) {
+    warn(msg::kRtrimlinesNullSource);
+    o_DestinationBuffer[0] = '\0';
+    return o_DestinationBuffer;
+  }
+  return trim_lines(o_DestinationBuffer, i_SourceText);
+}
+
+char* _zstrrtrimlines(char* io_SourceText) {
+  if (io_SourceText == nullptr) {
+    warn(msg::kRtrimlinesNullText);
+    return nullptr;
+  }
+  return trim_lines(io_SourceText, io_SourceText);
+}

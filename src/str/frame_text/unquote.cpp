@@ -1,0 +1,82 @@
+// unquote.cpp - _zstrunquoted, _zstrunencapsulated.
+#include <cstring>
+
+#include "str/report.h"
+#include "zelstr/copy.h"
+#include "zelstr/quote.h"
+#include "zelstr/scratch.h"
+
+using namespace zelstr::str;
+
+namespace {
+
+constexpr std::size_t kUnquotedCapacity = 2051;
+constexpr std::size_t kUnencapsulatedCapacity = 515;
+
+// Reports one of the formatted warnings of _zstrunquoted: the string is
+// shown through its first 127 characters.
+void warn_unquoted(char const* format, char const* string, char quote, bool quote_as_text,
+                   int line = __builtin_LINE()) {
+  char shown[128];
+  _zstrsafecpyf0(shown, string, sizeof shown);
+  char const quote_text[] = {quote, '\0'};
+  char const* const text = quote_as_text
+                               ? _zstrprintf(format, shown, quote != '\0' ? quote_text : "\\0")
+                               : _zstrprintf(format, shown, quote);
+  warn(zelstr::frame::Message{-1, 4, text}, line);
+}
+
+}  // namespace
+
+char* _zstrunquoted(char const* string, char quote, char* dest) {
+  static char s_result[kUnquotedCapacity + 1];
+  if (string == nullptr) {
+    warn(msg::kUnquotedNullString);
+    return nullptr;
+  }
+  std::size_t const length = std::strlen(string);
+  // What the result holds: the whole string, or the part between its ends.
+  char const* from = string;
+  std::size_t count = length;
+  if (length < 2) {
+    warn_unquoted(msg::kUnquotedTooSmallFormat, string, quote, true);
+  } else if (quote != '\0' && string[0] != quote) {
+    warn_unquoted(msg::kUnquotedNoOpeningFormat, string, quote, false);
+  } else if (quote != '\0' && string[length - 1] != quote) {
+    warn_unquoted(msg::kUnquotedNoClosingFormat, string, quote, false);
+  } else {
+    from = string + 1;
+    count = length - 2;
+  }
+  char* const result = dest != nullptr ? dest : s_result;
+  if (dest == nullptr && count > kUnquotedCapacity) {
+    warn(msg::kUnquotedTooLong);
+    return _zstrsafecpyf0(s_result, string, 2050);
+  }
+  std::memmove(result, from, count);
+  result[count] = '\0';
+  return result;
+}
+
+char* _zstrunencapsulated(char* string, char c1, char c2) {
+  static char s_result[kUnencapsulatedCapacity + 1];
+  if (string == nullptr) {
+    warn(msg::kUnencapsulatedNullString);
+    return nullptr;
+  }
+  std::size_t const length = std::strlen(string);
+  bool const opens = c1 == '\0' || (length > 0 && string[0] == c1);
+  bool const closes = c2 == '\0' || (length > 0 && string[length - 1] == c2);
+  if (!opens || !closes) {
+    warn(msg::kUnencapsulatedNotFramed);
+    return string;
+  }
+  std::size_t count = length >= 2 ? length - 2 : 0;
+  if (count > kUnencapsulatedCapacity) {
+    count = kUnencapsulatedCapacity;
+    warn(msg::kUnencapsulatedTooLong);
+  }
+  std::memcpy(s_result, string + (length > 0 ? 1 : 0), count);
+  s_result[count] = '\0';
+  return s_result;
+}
