@@ -1,4 +1,4 @@
-// upper_fold.cpp - toupper, tabulated per thread.
+// upper_fold.cpp - toupper, tabulated.
 #include "chars/upper_fold.h"
 
 #include <cctype>
@@ -33,7 +33,7 @@ void build(UpperFold& fold) {
 }  // namespace
 
 UpperFold const& upper_fold() {
-  static thread_local UpperFold t_fold;
+  static UpperFold t_fold;
   if (platform::ctype_changed()) build(t_fold);
   return t_fold;
 }

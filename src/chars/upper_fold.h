@@ -13,7 +13,8 @@ struct UpperFold {
 };
 
 // The table of the current locale.  Rebuilt only when the locale's mapping
-// changed since the last call of this thread.
+// changed since the last call.  One table for the library (which is used
+// from one thread at a time).
 UpperFold const& upper_fold();
 
 }  // namespace zelstr::chars

@@ -6,8 +6,8 @@
 namespace zelstr::platform {
 
 // True when toupper may map some byte differently than it did the last time
-// this returned (the first call returns true).  Cheap enough to ask on every
-// case-insensitive search.
+// this was asked (the first call returns true).  Cheap enough to ask on
+// every case-insensitive search.
 bool ctype_changed();
 
 }  // namespace zelstr::platform

@@ -122,6 +122,131 @@ int run_span(std::span<char* const> args) {
   return 0;
 }
 
+// The text named by `arg`: "-" reads standard input, anything else is the
+// name of a file; an empty string and false when it cannot be read.
+bool read_text(char const* arg, std::string& text) {
+  if (std::strcmp(arg, "-") == 0) {
+    text = read_stdin();
+    return true;
+  }
+  std::FILE* const f = std::fopen(arg, "rb");
+  if (f == nullptr) return false;
+  char buffer[65536];
+  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, f)) > 0;) text.append(buffer, n);
+  std::fclose(f);
+  return true;
+}
+
+// replace [-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE|-]
+int run_replace(std::span<char* const> args) {
+  bool insensitive = false;
+  char const* which = "all";
+  char const* delimiters = nullptr;
+  std::size_t i = 0;
+  auto is_option = [&args](std::size_t k) {
+    return k < args.size() && args[k][0] == '-' && (args[k][1] == '-' || args[k][1] == 'i');
+  };
+  for (; is_option(i); ++i) {
+    if (std::strcmp(args[i], "-i") == 0) {
+      insensitive = true;
+    } else if (std::strcmp(args[i], "--first") == 0 || std::strcmp(args[i], "--last") == 0) {
+      which = args[i] + 2;
+    } else if (std::strcmp(args[i], "--delimiters") == 0 && i + 1 < args.size()) {
+      delimiters = args[++i];
+    } else {
+      std::fprintf(stderr, "zelstr replace: unknown option '%s'\n", args[i]);
+      return kUsageError;
+    }
+  }
+  if (args.size() - i < 2 || args.size() - i > 3) {
+    std::fprintf(stderr,
+                 "usage: zelstr replace [-i] [--first|--last] [--delimiters SETDEF] FROM TO "
+                 "[FILE|-]\n");
+    return kUsageError;
+  }
+  char const* const from = argument(args[i]);
+  char const* const to = argument(args[i + 1]);
+  std::string text;
+  if (!read_text(args.size() - i == 3 ? args[i + 2] : "-", text)) {
+    std::fprintf(stderr, "zelstr replace: cannot read '%s'\n", args[i + 2]);
+    return 1;
+  }
+  text.resize(std::strlen(text.c_str()));  // the library sees up to the first NUL
+  std::size_t const grow = to != nullptr ? std::strlen(to) : 0;
+  std::string buffer = text;
+  buffer.resize(text.size() * (grow > 1 ? grow : 1) + 1, '\0');
+  unsigned long const size = static_cast<unsigned long>(buffer.size() - 1);
+  char* const b = buffer.data();
+  char* result;
+  if (std::strcmp(which, "first") == 0) {
+    result = insensitive ? _zstri1replace(b, from, to, size) : _zstr1replace(b, from, to, size);
+  } else if (std::strcmp(which, "last") == 0) {
+    result = _zstrr1replace(b, from, to, size);
+  } else if (delimiters != nullptr) {
+    result = insensitive ? _zstriNreplaceEx(b, from, to, size, delimiters)
+                         : _zstrNreplaceEx(b, from, to, size, delimiters);
+  } else {
+    result = insensitive ? _zstriNreplace(b, from, to, size) : _zstrNreplace(b, from, to, size);
+  }
+  if (result == nullptr) return 1;
+  std::fputs(result, stdout);
+  return 0;
+}
+
+// trim [--left|--right] [--chars LIST] TEXT
+int run_trim(std::span<char* const> args) {
+  char const* side = "both";
+  char const* chars = nullptr;
+  std::size_t i = 0;
+  for (; i + 1 < args.size(); ++i) {
+    if (std::strcmp(args[i], "--left") == 0 || std::strcmp(args[i], "--right") == 0) {
+      side = args[i] + 2;
+    } else if (std::strcmp(args[i], "--chars") == 0) {
+      chars = args[++i];
+    } else {
+      break;
+    }
+  }
+  if (args.size() - i != 1) {
+    std::fprintf(stderr, "usage: zelstr trim [--left|--right] [--chars LIST] TEXT\n");
+    return kUsageError;
+  }
+  std::string text = args[i];
+  char* const t = text.data();
+  char* result;
+  if (chars != nullptr) {
+    result = side[0] == 'l'   ? _zstrltrimex(t, chars)
+             : side[0] == 'r' ? _zstrrtrimex(t, chars)
+                              : _zstrbtrimex(t, chars);
+  } else {
+    result = side[0] == 'l' ? _zstrltrim(t) : side[0] == 'r' ? _zstrrtrim(t) : _zstrbtrim(t);
+  }
+  std::printf("[%s]\n", result != nullptr ? result : "");
+  return 0;
+}
+
+// quote / unquote [-c CHAR] TEXT
+int run_quoting(std::span<char* const> args, bool unquote) {
+  char quote = '\'';
+  std::size_t i = 0;
+  if (args.size() == 3 && std::strcmp(args[0], "-c") == 0) {
+    quote = args[1][0];
+    i = 2;
+  }
+  if (args.size() - i != 1) {
+    std::fprintf(stderr, "usage: zelstr %s [-c CHAR] TEXT\n", unquote ? "unquote" : "quote");
+    return kUsageError;
+  }
+  char const* const text = argument(args[i]);
+  char const* const result =
+      unquote ? _zstrunquoted(text, quote, nullptr) : _zstrquoted(text, quote);
+  std::printf("%s\n", result != nullptr ? result : "(null)");
+  return 0;
+}
+
+int run_quote(std::span<char* const> args) { return run_quoting(args, false); }
+int run_unquote(std::span<char* const> args) { return run_quoting(args, true); }
+
 constexpr Command kCommands[] = {
     {"cmp", "[-i] [-n COUNT] A B",
      "compare A and B (-i: ignoring case, -n: at most COUNT bytes); prints -1, 0 or 1", run_cmp},
@@ -132,6 +257,16 @@ constexpr Command kCommands[] = {
      "the initial run of each line (default: lines of standard input) made of members of the "
      "set SETDEF, such as [a-zA-Z_]",
      run_span},
+    {"replace", "[-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE|-]",
+     "print the text (a file, or standard input) with FROM replaced by TO: every occurrence, "
+     "or the first or last; -i ignores case; --delimiters replaces only occurrences no member "
+     "of the set touches",
+     run_replace},
+    {"trim", "[--left|--right] [--chars LIST] TEXT",
+     "print TEXT, in brackets, without its leading and/or trailing spaces (or LIST characters)",
+     run_trim},
+    {"quote", "[-c CHAR] TEXT", "print TEXT framed by the quote CHAR (default ')", run_quote},
+    {"unquote", "[-c CHAR] TEXT", "print TEXT without its framing quotes", run_unquote},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 

@@ -7,7 +7,7 @@
 namespace zelstr::platform {
 
 bool ctype_changed() {
-  static thread_local void const* t_table = nullptr;
+  static void const* t_table = nullptr;
   void const* const table = *__ctype_toupper_loc();
   if (table == t_table) return false;
   t_table = table;

@@ -8,7 +8,7 @@
 namespace zelstr::platform {
 
 bool ctype_changed() {
-  static thread_local char t_name[128] = {};
+  static char t_name[128] = {};
   char const* const name = std::setlocale(LC_CTYPE, nullptr);
   if (name == nullptr || std::strncmp(name, t_name, sizeof t_name - 1) == 0) {
     return t_name[0] == '\0';
