@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "corpus.h"
 #include "ratio_reporter.h"
 #include "zelstr/zelstr.h"
 
@@ -94,11 +95,4 @@ void register_all() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  register_all();
-  zelstr::bench::RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return zelstr::bench::run_with_ratios(argc, argv, register_all); }

@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "corpus.h"
 #include "ratio_reporter.h"
 #include "zelstr/zelstr.h"
 
@@ -26,21 +27,7 @@ namespace {
 using benchmark::State;
 
 std::string corpus_megabyte() {
-  std::string all;
-  std::filesystem::path const root = ZELSTR_CORPUS_DIR;
-  std::vector<std::filesystem::path> files;
-  for (auto const& dir : {root / "tsql", root / "plsql"}) {
-    if (!std::filesystem::exists(dir)) continue;
-    for (auto const& e : std::filesystem::directory_iterator(dir)) files.push_back(e.path());
-  }
-  std::sort(files.begin(), files.end());
-  for (auto const& f : files) {
-    std::ifstream in(f, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    all += ss.str();
-  }
-  all.erase(std::remove(all.begin(), all.end(), '\0'), all.end());
+  std::string all = zelstr::bench::sql_corpus();
   all.resize(std::min<std::size_t>(all.size(), 1u << 20));
   return all;
 }
@@ -132,11 +119,4 @@ void register_all() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  register_all();
-  zelstr::bench::RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return zelstr::bench::run_with_ratios(argc, argv, register_all); }

@@ -28,33 +28,13 @@
 #include <string>
 #include <vector>
 
+#include "corpus.h"
 #include "ratio_reporter.h"
 #include "zelstr/zelstr.h"
 
 namespace {
 
 using benchmark::State;
-
-std::string corpus_text() {
-  std::string all;
-  std::filesystem::path const root = ZELSTR_CORPUS_DIR;
-  std::vector<std::filesystem::path> files;
-  for (auto const& dir : {root / "tsql", root / "plsql"}) {
-    if (!std::filesystem::exists(dir)) continue;
-    for (auto const& entry : std::filesystem::directory_iterator(dir))
-      files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  for (auto const& f : files) {
-    std::ifstream in(f, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    all += ss.str();
-    all += '\n';
-  }
-  all.erase(std::remove(all.begin(), all.end(), '\0'), all.end());  // one UTF-16 file
-  return all;
-}
 
 std::string english_text() {
   static char const* const kWords[] = {
@@ -163,7 +143,7 @@ void add_case_insensitive(Case const& c) {
 }
 
 std::string const& sql() {
-  static std::string const text = corpus_text();
+  static std::string const text = zelstr::bench::sql_corpus();
   return text;
 }
 std::string const& english() {
@@ -240,15 +220,10 @@ void register_all() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
   if (sql().size() < 1000) {
     std::fprintf(stderr, "bench_search: the SQL corpus was not found under %s\n",
                  ZELSTR_CORPUS_DIR);
     return 1;
   }
-  register_all();
-  zelstr::bench::RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  benchmark::Shutdown();
-  return 0;
+  return zelstr::bench::run_with_ratios(argc, argv, register_all);
 }

@@ -12,13 +12,10 @@
 #include <vector>
 
 #include "errsvc/errsvc.h"
+#include "require.h"
 #include "zelstr/zelstr.h"
 
 namespace {
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 int sign(int r) { return (r > 0) - (r < 0); }
 

@@ -12,15 +12,8 @@
 #include <string>
 
 #include "errsvc/errsvc.h"
+#include "require.h"
 #include "zelstr/zelstr.h"
-
-namespace {
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   FuzzedDataProvider input(data, size);

@@ -11,13 +11,10 @@
 #include <string>
 
 #include "errsvc/errsvc.h"
+#include "require.h"
 #include "zelstr/zelstr.h"
 
 namespace {
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 char const* naive_first(char const* t, char const* p) {
   std::size_t const n = std::strlen(t), m = std::strlen(p);

@@ -1,0 +1,44 @@
+// corpus.cpp - the shared SQL corpus, and the common main of the benchmarks.
+#include "corpus.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include "ratio_reporter.h"
+
+namespace zelstr::bench {
+
+std::string sql_corpus() {
+  std::string all;
+  std::filesystem::path const root = ZELSTR_CORPUS_DIR;
+  std::vector<std::filesystem::path> files;
+  for (auto const& dir : {root / "tsql", root / "plsql"}) {
+    if (!std::filesystem::exists(dir)) continue;
+    for (auto const& entry : std::filesystem::directory_iterator(dir))
+      files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  for (auto const& f : files) {
+    std::ifstream in(f, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    all += ss.str();
+    all += '\n';
+  }
+  all.erase(std::remove(all.begin(), all.end(), '\0'), all.end());  // one UTF-16 file
+  return all;
+}
+
+int run_with_ratios(int argc, char** argv, void (*register_all)()) {
+  benchmark::Initialize(&argc, argv);
+  register_all();
+  RatioReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+  return 0;
+}
+
+}  // namespace zelstr::bench
