@@ -13,6 +13,7 @@
 #include "zelstr/compare.h"
 #include "zelstr/copy.h"
 #include "zelstr/extract.h"
+#include "zelstr/grwstr.h"
 #include "zelstr/length.h"
 #include "zelstr/position.h"
 #include "zelstr/quote.h"
