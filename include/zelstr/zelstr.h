@@ -15,6 +15,7 @@
 #include "zelstr/extract.h"
 #include "zelstr/grwstr.h"
 #include "zelstr/length.h"
+#include "zelstr/map.h"
 #include "zelstr/position.h"
 #include "zelstr/quote.h"
 #include "zelstr/replace.h"
