@@ -48,10 +48,11 @@ int _zmapisinsensitive(void* map) {
     return 0;
   }
   unsigned char const* const t = table_of(map);
+  constexpr int kUpperA = 'A', kLowerA = 'a';
   bool to_upper;
-  if (t['A'] == 'A' && t['a'] == 'A') {
+  if (t[kUpperA] == kUpperA && t[kLowerA] == kUpperA) {
     to_upper = true;
-  } else if (t['a'] == 'a' && t['A'] == 'a') {
+  } else if (t[kLowerA] == kLowerA && t[kUpperA] == kLowerA) {
     to_upper = false;
   } else {
     return 0;
