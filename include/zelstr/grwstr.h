@@ -103,7 +103,7 @@ class ZELSTR_API CGrwStr {
 
  private:
   char* append(char const* text, unsigned long n);
-  bool reserve(unsigned long length);
+  bool reserve(unsigned long length, char const** also_moved = nullptr);
   bool reallocate(unsigned long size, char const** also_moved);
   char* ensure_buffer();
 

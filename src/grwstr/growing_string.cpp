@@ -105,12 +105,13 @@ bool CGrwStr::reallocate(unsigned long size, char const** also_moved) {
 }
 
 // Makes room for a string of `length` characters: the size grows by one
-// step, or to step + 1 + length when one step is not enough.
-bool CGrwStr::reserve(unsigned long length) {
+// step, or to step + 1 + length when one step is not enough.  `also_moved`
+// (when given) moves with the buffer.
+bool CGrwStr::reserve(unsigned long length, char const** also_moved) {
   if (m_lpszHOS != nullptr && length < m_dwSize) return true;
   unsigned long size = static_cast<unsigned long>(m_dwSize) + m_dwGrowSize;
   if (size <= length) size = m_dwGrowSize + 1 + length;
-  return reallocate(size, nullptr);
+  return reallocate(size, also_moved);
 }
 
 char* CGrwStr::ensure_buffer() {
@@ -213,12 +214,7 @@ char* CGrwStr::insert(char const*& pos, char const* text) {
   if (m_lpszHOS == nullptr || pos < m_lpszHOS || pos > m_lpszEOS) return nullptr;
   if (text == nullptr || *text == '\0') return m_lpszHOS;
   std::size_t const n = std::strlen(text);
-  unsigned long const length = m_dwLen + static_cast<unsigned long>(n);
-  if (length >= m_dwSize) {
-    unsigned long size = static_cast<unsigned long>(m_dwSize) + m_dwGrowSize;
-    if (size <= length) size = m_dwGrowSize + 1 + length;
-    if (!reallocate(size, &pos)) return nullptr;
-  }
+  if (!reserve(m_dwLen + static_cast<unsigned long>(n), &pos)) return nullptr;
   _zstrins(const_cast<char*>(pos), text);
   m_dwLen += static_cast<unsigned>(n);
   m_lpszEOS += n;

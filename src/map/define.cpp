@@ -146,9 +146,9 @@ bool DefinitionReader::syntax_error(char const* text) {
 
 // "Erroneous map is ..." with the current element between << and >>.
 void DefinitionReader::report_marked_copy() const {
-  std::size_t const element_length = element().size();
-  std::string const marked = std::string(m_def, m_start) + "<<" + element() + ">>" +
-                             std::string(m_def + m_start + element_length);
+  std::string const text = element();
+  std::string const marked =
+      std::string(m_def, m_start) + "<<" + text + ">>" + std::string(m_def + m_start + text.size());
   warn(frame::Message{-1, 2, _zstrprintf(msg::kMapErroneousFormat, marked.c_str())}, kFunction);
 }
 

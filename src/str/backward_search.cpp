@@ -6,14 +6,20 @@
 #include "zelstr/search.h"
 
 using namespace zelstr::str;
-using zelstr::str::search::find_first;
 using zelstr::str::search::SearchState;
 
 namespace {
 
-// Walks the occurrences forwards, each search starting one byte after the
-// previous find, and keeps the last.  A search state of its own leaves the
-// library-wide state of the forward searches alone.
+// Remembers each occurrence it is told of and lets the next start one byte
+// later (overlapping occurrences count): the last one told is the last.
+char const* remember(void* context, char const* at) {
+  *static_cast<char const**>(context) = at;
+  return at + 1;
+}
+
+// Walks the occurrences forwards in one pass and keeps the last.  A search
+// state of its own leaves the library-wide state of the forward searches
+// alone.
 char const* last_occurrence(char const* s1, char const* s2, bool ignore_case) {
   if (s1 == nullptr) {
     warn(msg::kRstrNullString1);
@@ -29,12 +35,8 @@ char const* last_occurrence(char const* s1, char const* s2, bool ignore_case) {
   state.ignore_case = ignore_case;
   search::prepare(state, s2, static_cast<std::uint32_t>(m));
   char const* last = nullptr;
-  for (char const* from = s1;;) {
-    char const* const at = find_first(from, s2, state).match;
-    if (at == nullptr) return last;
-    last = at;
-    from = at + 1;
-  }
+  search::find_all(s1, s2, state, search::Visitor{remember, &last});
+  return last;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "str/expand.h"
 #include "str/report.h"
 #include "zelstr/append.h"
 #include "zelstr/scratch.h"
@@ -84,19 +85,8 @@ char* _zstrencapsulated(char const* string, char c1, char c2) {
 
 void _zstrdoubleq(char* string, char quote) {
   if (string == nullptr || quote == '\0') return;
-  std::size_t const length = std::strlen(string);
-  std::size_t count = 0;
-  for (std::size_t i = 0; i < length; ++i) count += string[i] == quote;
-  // From the end, into the room the doubling needs: each byte moves once.
-  char* w = string + length + count;
-  *w = '\0';
-  for (char const* r = string + length; count != 0 && r-- > string;) {
-    *--w = *r;
-    if (*r == quote) {
-      *--w = quote;
-      --count;
-    }
-  }
+  char const doubled[] = {quote, quote, '\0'};
+  expand_each(string, quote, doubled);
 }
 
 char* _zstrdoubleq(char const* string, char quote) {

@@ -18,14 +18,7 @@ constexpr std::int64_t kMaxLength = 2147483647;
 // than two (none for an empty one), occurrences without overlap otherwise.
 std::int64_t occurrences(char const* string, char const* s1, std::size_t len1) {
   if (string == nullptr || *string == '\0' || len1 == 0) return 0;
-  if (len1 == 1) {
-    std::int64_t count = 0;
-    for (char const* p = std::strchr(string, *s1); p != nullptr; p = std::strchr(p + 1, *s1)) {
-      ++count;
-    }
-    return count;
-  }
-  return _zstrstrcnt(string, s1);
+  return len1 == 1 ? _zstrccnt(string, *s1) : _zstrstrcnt(string, s1);
 }
 
 }  // namespace

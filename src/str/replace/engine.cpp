@@ -169,7 +169,7 @@ void replace_bytes(char* string, char from, char to, bool ignore_case) {
 }
 
 void remove_bytes(char* string, char c, bool ignore_case) {
-  unsigned char const* const upper = chars::upper_fold().upper;
+  unsigned char const* const upper = ignore_case ? chars::upper_fold().upper : nullptr;
   unsigned char const wanted =
       ignore_case ? upper[static_cast<unsigned char>(c)] : static_cast<unsigned char>(c);
   char* write = string;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "chars/setdef.h"
+#include "str/expand.h"
 #include "str/replace/engine.h"
 #include "str/report.h"
 #include "str/search/plan.h"
@@ -34,26 +35,6 @@ char* copy_replacing(char* dest, char const* src, char c, char const* s) {
   }
   *w = '\0';
   return dest;
-}
-
-// Writes `s` (two or more bytes) for every `c` of `string`, in place, from
-// the end backwards into the room the growth needs.
-void expand_in_place(char* string, char c, char const* s) {
-  std::size_t const n = std::strlen(s);
-  std::size_t count = 0;
-  std::size_t const length = std::strlen(string);
-  for (std::size_t i = 0; i < length; ++i) count += string[i] == c;
-  if (count == 0) return;
-  char* w = string + length + count * (n - 1);
-  *w = '\0';
-  for (char const* r = string + length; r-- > string;) {
-    if (*r == c) {
-      w -= n;
-      std::memcpy(w, s, n);
-    } else {
-      *--w = *r;
-    }
-  }
 }
 
 }  // namespace
@@ -96,7 +77,7 @@ char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) {
   } else if (n == 1) {
     replace::replace_bytes(dest, c, s[0], false);
   } else {
-    expand_in_place(dest, c, s);
+    expand_each(dest, c, s);
   }
   return dest;
 }

@@ -69,17 +69,18 @@ std::uint32_t rarest(char const* pattern, std::uint32_t m, SearchState const& st
 // byte itself, and for the case-insensitive search the other byte with the
 // same upper case.  False when more than two bytes share it (the scan
 // compares against two at most).
-bool accepted_bytes(SearchState const& st, char const* pattern, std::uint32_t k,
+bool accepted_bytes(chars::UpperFold const* fold, char const* pattern, std::uint32_t k,
                     unsigned char out[2]) {
   auto const b = static_cast<unsigned char>(pattern[k]);
   out[0] = out[1] = b;
-  if (!st.ignore_case) return true;
-  chars::UpperFold const& fold = chars::upper_fold();
-  out[1] = fold.other[b];
-  return !fold.crowded[b];
+  if (fold == nullptr) return true;
+  out[1] = fold->other[b];
+  return !fold->crowded[b];
 }
 
-void plan_pair(SearchState& st, char const* pattern, std::uint32_t m) {
+// `fold`: the case-insensitive search's table, NULL for the other.
+void plan_pair(SearchState& st, char const* pattern, std::uint32_t m,
+               chars::UpperFold const* fold) {
   Plan& plan = st.plan;
   std::uint32_t k1 = 0, k2 = 0;
   if (m > 1) {
@@ -91,7 +92,7 @@ void plan_pair(SearchState& st, char const* pattern, std::uint32_t m) {
   plan.k1 = k1;
   plan.k2 = k2;
   plan.vector =
-      accepted_bytes(st, pattern, k1, plan.c1) && accepted_bytes(st, pattern, k2, plan.c2);
+      accepted_bytes(fold, pattern, k1, plan.c1) && accepted_bytes(fold, pattern, k2, plan.c2);
   plan.two_variants = plan.c1[0] != plan.c1[1] || plan.c2[0] != plan.c2[1];
 }
 
@@ -172,15 +173,16 @@ void prepare(SearchState& st, char const* pattern, std::uint32_t m) {
   st.skip_ready = false;
   st.plan.length = m;
   st.plan.fold = nullptr;
-  if (st.ignore_case) {
-    std::memcpy(st.upper, chars::upper_fold().upper, sizeof st.upper);
+  chars::UpperFold const* const fold = st.ignore_case ? &chars::upper_fold() : nullptr;
+  if (fold != nullptr) {
+    std::memcpy(st.upper, fold->upper, sizeof st.upper);
     st.folded.resize(m);
     for (std::uint32_t i = 0; i < m; ++i) {
       st.folded[i] = static_cast<char>(st.upper[static_cast<unsigned char>(pattern[i])]);
     }
     st.plan.fold = st.upper;
   }
-  plan_pair(st, pattern, m);
+  plan_pair(st, pattern, m, fold);
 }
 
 namespace {
