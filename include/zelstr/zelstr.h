@@ -16,6 +16,7 @@
 #include "zelstr/grwstr.h"
 #include "zelstr/length.h"
 #include "zelstr/map.h"
+#include "zelstr/mapped.h"
 #include "zelstr/position.h"
 #include "zelstr/quote.h"
 #include "zelstr/replace.h"

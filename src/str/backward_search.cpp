@@ -2,20 +2,13 @@
 #include <cstring>
 
 #include "str/report.h"
-#include "str/search/plan.h"
+#include "str/search/walks.h"
 #include "zelstr/search.h"
 
 using namespace zelstr::str;
 using zelstr::str::search::SearchState;
 
 namespace {
-
-// Remembers each occurrence it is told of and lets the next start one byte
-// later (overlapping occurrences count): the last one told is the last.
-char const* remember(void* context, char const* at) {
-  *static_cast<char const**>(context) = at;
-  return at + 1;
-}
 
 // Walks the occurrences forwards in one pass and keeps the last.  A search
 // state of its own leaves the library-wide state of the forward searches
@@ -34,9 +27,7 @@ char const* last_occurrence(char const* s1, char const* s2, bool ignore_case) {
   SearchState state;
   state.ignore_case = ignore_case;
   search::prepare(state, s2, static_cast<std::uint32_t>(m));
-  char const* last = nullptr;
-  search::find_all(s1, s2, state, search::Visitor{remember, &last});
-  return last;
+  return search::last_occurrence(s1, s2, state);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "chars/upper_fold.h"
 #include "str/report.h"
+#include "str/search/walks.h"
 #include "zelstr/position.h"
 
 using namespace zelstr::str;
@@ -12,17 +13,7 @@ namespace {
 // The first (or last) byte of `s` whose upper case is that of `c`; c = 0
 // finds the terminator.
 char const* find_folded(char const* s, char c, bool last) {
-  unsigned char const* const upper = zelstr::chars::upper_fold().upper;
-  unsigned char const wanted = upper[static_cast<unsigned char>(c)];
-  char const* found = nullptr;
-  for (;; ++s) {
-    unsigned char const b = static_cast<unsigned char>(*s);
-    if (upper[b] == wanted) {
-      found = s;
-      if (!last) return found;
-    }
-    if (b == 0) return found;
-  }
+  return zelstr::str::search::find_byte(s, c, zelstr::chars::upper_fold().upper, last);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "str/report.h"
-#include "str/search/plan.h"
+#include "str/search/walks.h"
 #include "zelstr/search.h"
 
 using namespace zelstr::str;
@@ -11,21 +11,9 @@ using zelstr::str::search::SearchState;
 
 namespace {
 
-// Occurrences from left to right, each search starting after the previous
-// occurrence, as the replacements walk them: one pass of the scan.  A search
-// state of its own leaves the library-wide state alone.
-struct Counter {
-  std::size_t length;
-  int count = 0;
-  static char const* visit(void* context, char const* at) {
-    auto& self = *static_cast<Counter*>(context);
-    if (self.count == INT_MAX) return nullptr;
-    ++self.count;
-    return at + self.length;
-  }
-};
-
-int count_occurrences(char const* s1, char const* s2, bool ignore_case) {
+// Occurrences from left to right without overlap, in one pass of the scan.
+// A search state of its own leaves the library-wide state alone.
+int occurrences(char const* s1, char const* s2, bool ignore_case) {
   if (s1 == nullptr) {
     warn(msg::kStrcntNullString1);
     return -1;
@@ -42,18 +30,16 @@ int count_occurrences(char const* s1, char const* s2, bool ignore_case) {
   SearchState state;
   state.ignore_case = ignore_case;
   search::prepare(state, s2, static_cast<std::uint32_t>(m));
-  Counter counter{m};
-  search::find_all(s1, s2, state, search::Visitor{Counter::visit, &counter});
-  return counter.count;
+  return search::count_occurrences(s1, s2, state);
 }
 
 }  // namespace
 
 int _zstrstrcnt(char const* string1, char const* string2) {
-  return count_occurrences(string1, string2, false);
+  return occurrences(string1, string2, false);
 }
 int _zstristrcnt(char const* string1, char const* string2) {
-  return count_occurrences(string1, string2, true);
+  return occurrences(string1, string2, true);
 }
 
 int _zstrccnt(char const* string, char c) {
@@ -61,8 +47,6 @@ int _zstrccnt(char const* string, char c) {
     warn(msg::kCcntNullString);
     return -1;
   }
-  if (c == '\0') return 0;
-  int count = 0;
-  for (char const* p = std::strchr(string, c); p != nullptr; p = std::strchr(p + 1, c)) ++count;
-  return count;
+  std::size_t const count = search::count_bytes(string, c, nullptr);
+  return count > INT_MAX ? INT_MAX : static_cast<int>(count);
 }

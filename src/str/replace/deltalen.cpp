@@ -1,9 +1,12 @@
 // deltalen.cpp - _zstrdeltalen, _zstrmultideltalen: the length change a
 // replacement would cause, to size a buffer before replacing.
+#include "str/replace/deltalen.h"
+
 #include <cstdint>
 #include <cstring>
 
 #include "str/report.h"
+#include "str/search/walks.h"
 #include "zelstr/replace.h"
 #include "zelstr/search.h"
 #include "zelstr/types.h"
@@ -14,16 +17,25 @@ namespace {
 
 constexpr std::int64_t kMaxLength = 2147483647;
 
-// Occurrences as _zstrNreplace would find them: bytes for a pattern shorter
-// than two (none for an empty one), occurrences without overlap otherwise.
-std::int64_t occurrences(char const* string, char const* s1, std::size_t len1) {
+// Occurrences as _zstrNreplace would find them (through `map` when given):
+// bytes for a pattern shorter than two (none for an empty one), occurrences
+// without overlap otherwise.
+std::int64_t occurrences(char const* string, char const* s1, std::size_t len1,
+                         unsigned char const* map) {
   if (string == nullptr || *string == '\0' || len1 == 0) return 0;
-  return len1 == 1 ? _zstrccnt(string, *s1) : _zstrstrcnt(string, s1);
+  if (len1 == 1) return static_cast<std::int64_t>(search::count_bytes(string, *s1, map));
+  if (map == nullptr) return _zstrstrcnt(string, s1);
+  search::SearchState state;
+  state.map = map;
+  search::prepare(state, s1, static_cast<std::uint32_t>(len1));
+  return search::count_occurrences(string, s1, state);
 }
 
 }  // namespace
 
-long _zstrdeltalen(char* string, char* s1, char* s2) {
+namespace zelstr::str::replace {
+
+long delta_length(char const* string, char const* s1, char const* s2, unsigned char const* map) {
   if (s1 == nullptr || s2 == nullptr) {
     warn(msg::kDeltalenNullStrings);
     return ZEAL_STR_ERR;
@@ -40,7 +52,7 @@ long _zstrdeltalen(char* string, char* s1, char* s2) {
   }
   std::int64_t const delta = static_cast<std::int64_t>(len2) - static_cast<std::int64_t>(len1);
   if (delta == 0) return 0;
-  std::int64_t const count = occurrences(string, s1, len1);
+  std::int64_t const count = occurrences(string, s1, len1, map);
   std::int64_t const magnitude = delta < 0 ? -delta : delta;
   if (count > kMaxLength / magnitude) {
     warn(msg::kDeltalenOverflow);
@@ -49,11 +61,11 @@ long _zstrdeltalen(char* string, char* s1, char* s2) {
   return static_cast<long>(count * delta);
 }
 
-long _zstrmultideltalen(char* string, zstr_couple* couples) {
+long multi_delta_length(char const* string, zstr_couple const* couples, unsigned char const* map) {
   if (string == nullptr || couples == nullptr) return 0;
   std::int64_t sum = 0;
   for (zstr_couple const* c = couples; c->s1 != nullptr || c->s2 != nullptr; ++c) {
-    long const term = _zstrdeltalen(string, const_cast<char*>(c->s1), const_cast<char*>(c->s2));
+    long const term = delta_length(string, c->s1, c->s2, map);
     if (term == ZEAL_STR_ERR) {
       warn(msg::kMultiDeltalenError);
       return ZEAL_STR_ERR;
@@ -65,4 +77,14 @@ long _zstrmultideltalen(char* string, zstr_couple* couples) {
     sum += term;
   }
   return static_cast<long>(sum);
+}
+
+}  // namespace zelstr::str::replace
+
+long _zstrdeltalen(char* string, char* s1, char* s2) {
+  return replace::delta_length(string, s1, s2, nullptr);
+}
+
+long _zstrmultideltalen(char* string, zstr_couple* couples) {
+  return replace::multi_delta_length(string, couples, nullptr);
 }

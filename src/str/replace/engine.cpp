@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <new>
+#include <optional>
 #include <vector>
 
 #include "chars/upper_fold.h"
@@ -15,13 +16,19 @@ using search::SearchState;
 
 // The state of the forward search this run uses: prepared for `s1` as the
 // first search of a run does; the later searches of the run reuse it, and
-// the flag is left set, ready for the next run.
-SearchState& prepared_search(Run const& run) {
-  SearchState& st =
-      run.ignore_case ? search::case_insensitive_state() : search::case_sensitive_state();
-  search::prepare(st, run.s1, static_cast<std::uint32_t>(run.len1));
-  st.first_search = 1;
-  return st;
+// the flag is left set, ready for the next run.  A run through a map uses
+// `own`, leaving the library-wide states alone.
+SearchState& prepared_search(Run const& run, std::optional<SearchState>& own) {
+  SearchState* st;
+  if (run.map != nullptr) {
+    st = &own.emplace();
+    st->map = run.map;
+  } else {
+    st = run.ignore_case ? &search::case_insensitive_state() : &search::case_sensitive_state();
+  }
+  search::prepare(*st, run.s1, static_cast<std::uint32_t>(run.len1));
+  st->first_search = 1;
+  return *st;
 }
 
 // Walks the occurrences and rebuilds the string as it goes, left to right:
@@ -101,7 +108,8 @@ struct Collector {
 };
 
 char* shrink_or_keep(Run const& run) {
-  SearchState& st = prepared_search(run);
+  std::optional<SearchState> own;
+  SearchState& st = prepared_search(run, own);
   Compactor c{run, run.string, run.string};
   search::find_all(run.string, run.s1, st, search::Visitor{Compactor::visit, &c});
   if (c.replaced == 0) return run.string;
@@ -117,7 +125,8 @@ char* shrink_or_keep(Run const& run) {
 
 char* grow(Run const& run) {
   std::vector<std::uint32_t> positions;
-  SearchState& st = prepared_search(run);
+  std::optional<SearchState> own;
+  SearchState& st = prepared_search(run, own);
   Collector c{run, positions};
   search::find_all(run.string, run.s1, st, search::Visitor{Collector::visit, &c});
   std::size_t const delta = run.len2 - run.len1;
@@ -156,26 +165,27 @@ char* replace_one(Run const& run, char* at) {
   return run.string;
 }
 
-void replace_bytes(char* string, char from, char to, bool ignore_case) {
-  if (!ignore_case) {
+unsigned char const* byte_fold(bool ignore_case) {
+  return ignore_case ? chars::upper_fold().upper : nullptr;
+}
+
+void replace_bytes(char* string, char from, char to, unsigned char const* fold) {
+  if (fold == nullptr) {
     for (char* p = std::strchr(string, from); p != nullptr; p = std::strchr(p + 1, from)) *p = to;
     return;
   }
-  unsigned char const* const upper = chars::upper_fold().upper;
-  unsigned char const wanted = upper[static_cast<unsigned char>(from)];
+  unsigned char const wanted = fold[static_cast<unsigned char>(from)];
   for (char* p = string; *p != '\0'; ++p) {
-    if (upper[static_cast<unsigned char>(*p)] == wanted) *p = to;
+    if (fold[static_cast<unsigned char>(*p)] == wanted) *p = to;
   }
 }
 
-void remove_bytes(char* string, char c, bool ignore_case) {
-  unsigned char const* const upper = ignore_case ? chars::upper_fold().upper : nullptr;
-  unsigned char const wanted =
-      ignore_case ? upper[static_cast<unsigned char>(c)] : static_cast<unsigned char>(c);
+void remove_bytes(char* string, char c, unsigned char const* fold) {
+  auto const image = [fold](unsigned char b) { return fold != nullptr ? fold[b] : b; };
+  unsigned char const wanted = image(static_cast<unsigned char>(c));
   char* write = string;
   for (char const* read = string; *read != '\0'; ++read) {
-    auto const b = static_cast<unsigned char>(*read);
-    if ((ignore_case ? upper[b] : b) != wanted) *write++ = *read;
+    if (image(static_cast<unsigned char>(*read)) != wanted) *write++ = *read;
   }
   *write = '\0';
 }

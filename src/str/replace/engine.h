@@ -30,6 +30,9 @@ struct Run {
   // which leaves the original bytes behind the new end (instead of what
   // shifting the tail at each occurrence leaves).
   bool compact = false;
+  // Occurrences found through this character map (a 256-byte table) instead
+  // of exactly or ignoring case; NULL for none.
+  unsigned char const* map = nullptr;
 };
 
 // Replaces every accepted occurrence; NULL when a growing replacement would
@@ -59,13 +62,17 @@ void leave_shift_residue(char* string, std::size_t length, std::size_t count, Sh
   }
 }
 
-// Overwrites every byte equal to `from` (through toupper when
-// `ignore_case`) with `to`.
-void replace_bytes(char* string, char from, char to, bool ignore_case);
+// The table a byte replacement compares through: toupper when
+// `ignore_case`, else none (NULL: the bytes themselves).
+unsigned char const* byte_fold(bool ignore_case);
 
-// Removes every byte equal to `c` (through toupper when `ignore_case`) in
-// one compacting pass.
-void remove_bytes(char* string, char c, bool ignore_case);
+// Overwrites every byte equal to `from` (their images through `fold`, when
+// given) with `to`.
+void replace_bytes(char* string, char from, char to, unsigned char const* fold);
+
+// Removes every byte equal to `c` (their images through `fold`, when given)
+// in one compacting pass.
+void remove_bytes(char* string, char c, unsigned char const* fold);
 
 }  // namespace zelstr::str::replace
 

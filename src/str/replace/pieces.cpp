@@ -73,9 +73,9 @@ char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) {
   } else if (n == 2 && s[0] == c && s[1] == c) {
     _zstrdoubleq(dest, c);
   } else if (n == 0) {
-    replace::remove_bytes(dest, c, false);
+    replace::remove_bytes(dest, c, nullptr);
   } else if (n == 1) {
-    replace::replace_bytes(dest, c, s[0], false);
+    replace::replace_bytes(dest, c, s[0], nullptr);
   } else {
     expand_each(dest, c, s);
   }

@@ -7,6 +7,7 @@
 
 #include "chars/setdef.h"
 #include "str/replace/engine.h"
+#include "str/replace/through_map.h"
 #include "str/report.h"
 #include "str/search/forward.h"
 #include "zelstr/search.h"
@@ -19,8 +20,9 @@ namespace {
 // How one member of the family differs from _zstrNreplace.
 struct Variant {
   bool ignore_case;
-  bool delimited;       // the Ex test (when a set is given)
-  bool whole_identity;  // equal s1 and s2 mean "nothing to do" (else only empty s1)
+  bool delimited;                      // the Ex test (when a set is given)
+  bool whole_identity;                 // equal s1 and s2 mean "nothing to do" (else only empty s1)
+  unsigned char const* map = nullptr;  // occurrences found through this map
 };
 
 // Steps shared by every member: the NULL checks, the identity shortcut and
@@ -47,8 +49,10 @@ char* replace_every(char* string, char const* s1, char const* s2, unsigned long 
   bool const ex = v.delimited && delimiters != nullptr && *delimiters != '\0';
   if (!prepare_run(string, s1, s2, size, v.whole_identity, run, &result)) return result;
   run.ignore_case = v.ignore_case;
+  run.map = v.map;
+  unsigned char const* const fold = v.map != nullptr ? v.map : replace::byte_fold(v.ignore_case);
   if (!ex && run.len1 == 1 && run.len2 == 1) {
-    replace::replace_bytes(string, s1[0], s2[0], v.ignore_case);
+    replace::replace_bytes(string, s1[0], s2[0], fold);
     return string;
   }
   run.length = std::strlen(string);
@@ -58,7 +62,7 @@ char* replace_every(char* string, char const* s1, char const* s2, unsigned long 
     if (run.delimiters == nullptr) return string;  // a wrong set accepts nothing
   } else if (run.len2 == 0) {
     if (run.len1 == 1) {
-      replace::remove_bytes(string, s1[0], v.ignore_case);
+      replace::remove_bytes(string, s1[0], fold);
       return string;
     }
     run.compact = true;
@@ -78,6 +82,15 @@ char* replace_first(char* string, char const* s1, char const* s2, unsigned long 
 }
 
 }  // namespace
+
+namespace zelstr::str::replace {
+
+char* replace_every_through(unsigned char const* map, char* string, char const* s1, char const* s2,
+                            unsigned long size) {
+  return replace_every(string, s1, s2, size, nullptr, Variant{false, false, false, map});
+}
+
+}  // namespace zelstr::str::replace
 
 char* _zstrNreplace(char* string, char const* s1, char const* s2, unsigned long size) {
   return replace_every(string, s1, s2, size, nullptr, Variant{false, false, true});

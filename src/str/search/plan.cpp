@@ -45,10 +45,12 @@ bool has_avx2() {
 
 unsigned score_at(char const* pattern, std::uint32_t k, SearchState const& st) {
   auto const b = static_cast<unsigned char>(pattern[k]);
-  if (!st.ignore_case) return kCommonness.score[b];
-  unsigned const upper = kCommonness.score[st.upper[b]];
+  if (!st.folds()) return kCommonness.score[b];
+  unsigned const image = kCommonness.score[st.upper[b]];
   unsigned const lower = kCommonness.score[static_cast<unsigned char>(b | 0x20)];
-  return upper > lower ? upper : lower;
+  unsigned const own = kCommonness.score[b];
+  unsigned const most = image > lower ? image : lower;
+  return most > own ? most : own;
 }
 
 // The pattern's rarest position, skipping `except`; ties go to the position
@@ -65,20 +67,36 @@ std::uint32_t rarest(char const* pattern, std::uint32_t m, SearchState const& st
   return best;
 }
 
+// The bytes other than `b` whose image through `table` is b's: at most one
+// fits in `out[1]` (`out[0]` is b).  False when more share it.
+bool preimages(unsigned char const* table, unsigned char b, unsigned char out[2]) {
+  unsigned char const image = table[b];
+  out[0] = out[1] = b;
+  int others = 0;
+  for (int c = 1; c < 256; ++c) {
+    if (c == b || table[c] != image) continue;
+    if (++others > 1) return false;
+    out[1] = static_cast<unsigned char>(c);
+  }
+  return true;
+}
+
 // The text bytes the scan accepts at offset k of the pattern as given: the
-// byte itself, and for the case-insensitive search the other byte with the
-// same upper case.  False when more than two bytes share it (the scan
-// compares against two at most).
-bool accepted_bytes(chars::UpperFold const* fold, char const* pattern, std::uint32_t k,
-                    unsigned char out[2]) {
+// byte itself, and when the search folds, the other byte with the same
+// image.  False when more than two bytes share it (the scan compares
+// against two at most).  `fold`: the toupper table of a case-insensitive
+// search.
+bool accepted_bytes(SearchState const& st, chars::UpperFold const* fold, char const* pattern,
+                    std::uint32_t k, unsigned char out[2]) {
   auto const b = static_cast<unsigned char>(pattern[k]);
+  if (st.map != nullptr) return preimages(st.map, b, out);
   out[0] = out[1] = b;
   if (fold == nullptr) return true;
   out[1] = fold->other[b];
   return !fold->crowded[b];
 }
 
-// `fold`: the case-insensitive search's table, NULL for the other.
+// `fold`: the case-insensitive search's table, NULL for the others.
 void plan_pair(SearchState& st, char const* pattern, std::uint32_t m,
                chars::UpperFold const* fold) {
   Plan& plan = st.plan;
@@ -91,8 +109,8 @@ void plan_pair(SearchState& st, char const* pattern, std::uint32_t m,
   }
   plan.k1 = k1;
   plan.k2 = k2;
-  plan.vector =
-      accepted_bytes(fold, pattern, k1, plan.c1) && accepted_bytes(fold, pattern, k2, plan.c2);
+  plan.vector = accepted_bytes(st, fold, pattern, k1, plan.c1) &&
+                accepted_bytes(st, fold, pattern, k2, plan.c2);
   plan.two_variants = plan.c1[0] != plan.c1[1] || plan.c2[0] != plan.c2[1];
 }
 
@@ -138,7 +156,7 @@ class MeasuredText {
 char const* boyer_moore(char const* from, char const* pattern, SearchState const& st,
                         MeasuredText& measured) {
   std::size_t const m = st.plan.length;
-  unsigned char const* const upper = st.ignore_case ? st.upper : nullptr;
+  unsigned char const* const upper = st.folds() ? st.upper : nullptr;
   auto byte = [upper](char const* at) {
     auto const b = static_cast<unsigned char>(*at);
     return upper ? upper[b] : b;
@@ -173,9 +191,11 @@ void prepare(SearchState& st, char const* pattern, std::uint32_t m) {
   st.skip_ready = false;
   st.plan.length = m;
   st.plan.fold = nullptr;
-  chars::UpperFold const* const fold = st.ignore_case ? &chars::upper_fold() : nullptr;
-  if (fold != nullptr) {
-    std::memcpy(st.upper, fold->upper, sizeof st.upper);
+  chars::UpperFold const* const fold =
+      st.ignore_case && st.map == nullptr ? &chars::upper_fold() : nullptr;
+  unsigned char const* const table = st.map != nullptr ? st.map : fold ? fold->upper : nullptr;
+  if (table != nullptr) {
+    std::memcpy(st.upper, table, sizeof st.upper);
     st.folded.resize(m);
     for (std::uint32_t i = 0; i < m; ++i) {
       st.folded[i] = static_cast<char>(st.upper[static_cast<unsigned char>(pattern[i])]);
@@ -189,7 +209,7 @@ namespace {
 
 // Runs the pair scan, then, if it gave up, the Boyer-Moore walk.
 Found scan(char const* text, char const* pattern, SearchState& st, Visitor const& visitor) {
-  char const* const p = st.ignore_case ? st.folded.c_str() : pattern;
+  char const* const p = st.folds() ? st.folded.c_str() : pattern;
   Found found;
   if (st.plan.vector) {
     found = has_avx2() ? pair_scan_avx2(text, p, st.plan, visitor)

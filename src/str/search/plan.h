@@ -21,7 +21,7 @@ struct Plan {
   unsigned char c1[2] = {}, c2[2] = {};  // the bytes accepted at k1 and k2
   bool two_variants = false;             // c1[1] / c2[1] differ from c1[0] / c2[0]
   bool vector = false;                   // the pair scan applies
-  unsigned char const* fold = nullptr;   // toupper table: case-insensitive
+  unsigned char const* fold = nullptr;   // the fold table (toupper or a map), or NULL
 };
 
 // What a scan found.
@@ -55,9 +55,18 @@ struct SearchState {
   std::int32_t skip[256] = {};
   bool skip_ready = false;
   Plan plan;
-  std::string folded;             // the pattern through toupper (case-insensitive)
-  unsigned char upper[256] = {};  // toupper as it was when the pattern was prepared
+  std::string folded;             // the pattern through the fold table
+  unsigned char upper[256] = {};  // the fold table as it was when the pattern was
+                                  // prepared: toupper, or the map
   bool ignore_case = false;
+  // A character map (256-byte table) to compare through instead of toupper:
+  // text and pattern bytes agree when their images do.  Searches through a
+  // map keep a state of their own, so a map may be searched with from
+  // several threads.
+  unsigned char const* map = nullptr;
+
+  // Pattern and text compare through `upper`.
+  bool folds() const { return ignore_case || map != nullptr; }
 };
 
 SearchState& case_sensitive_state();
