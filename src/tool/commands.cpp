@@ -12,6 +12,8 @@
 namespace zelstr::tool {
 
 int run_demo(std::span<char* const> args);
+int run_map(std::span<char* const> args);
+int run_mapfind(std::span<char* const> args);
 
 namespace {
 
@@ -267,6 +269,14 @@ constexpr Command kCommands[] = {
      run_trim},
     {"quote", "[-c CHAR] TEXT", "print TEXT framed by the quote CHAR (default ')", run_quote},
     {"unquote", "[-c CHAR] TEXT", "print TEXT without its framing quotes", run_unquote},
+    {"map", "DEFINITION [--dump] [FILE|-]",
+     "print the text (a file, or standard input) translated through the map DEFINITION, such "
+     "as \"A-Z=a-z\"; --dump prints the bytes the map changes instead",
+     run_map},
+    {"mapfind", "DEFINITION PATTERN [FILE|-]",
+     "print the lines holding PATTERN when both are compared through the map DEFINITION, as "
+     "LINE:COLUMN:text",
+     run_mapfind},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 

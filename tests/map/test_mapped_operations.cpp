@@ -111,6 +111,29 @@ TEST_F(Mapped, SearchesCountsAndComparisonsFollowTheModel) {
   EXPECT_TRUE(filed_nothing());
 }
 
+// Application in place, at every alignment and length around a word: the
+// bytes up to the terminator translated, those after it untouched.
+TEST_F(Mapped, ApplyTranslatesUpToTheTerminatorOnly) {
+  std::mt19937 rng(77);
+  for (char const* definition : kDefinitions) {
+    void* const map = _zmapdefine(definition);
+    for (std::size_t start = 0; start < 8; ++start) {
+      for (std::size_t length = 0; length < 40; ++length) {
+        char buffer[64];
+        std::memset(buffer, 'a', sizeof buffer);
+        std::string const text = random_text(rng, length).substr(0, length);
+        std::memcpy(buffer + start, text.c_str(), text.size() + 1);
+        std::string expected(buffer, sizeof buffer);
+        std::string const mapped = through(map, text);
+        expected.replace(start, mapped.size(), mapped);
+        EXPECT_EQ(_zmapstrapply(map, buffer + start), buffer + start);
+        EXPECT_EQ(std::string(buffer, sizeof buffer), expected) << definition << " " << start;
+      }
+    }
+    _zmapfree(map);
+  }
+}
+
 TEST_F(Mapped, ReplacementsFollowTheModel) {
   std::mt19937 rng(5);
   for (char const* definition : kDefinitions) {
