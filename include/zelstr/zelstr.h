@@ -19,6 +19,7 @@
 #include "zelstr/mapped.h"
 #include "zelstr/position.h"
 #include "zelstr/quote.h"
+#include "zelstr/regex.h"
 #include "zelstr/replace.h"
 #include "zelstr/scratch.h"
 #include "zelstr/search.h"

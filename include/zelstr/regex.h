@@ -1,0 +1,131 @@
+// regex.h - the library's regular-expression engine.
+//
+// A backtracking matcher in the manner of Henry Spencer's regex as Tcl
+// adapted it.  Syntax:
+//   x|y        alternatives, tried in order
+//   x* x+ x?   0 or more, 1 or more, 0 or 1 (greedy; a quantifier may not
+//              follow another, and * or + may not apply to what can match
+//              the empty string)
+//   ^ $ .      the subject's start, its end, any character
+//   ( x )      a group, numbered by its '(' from 1 (at most 120)
+//   \c         the character c itself (there are no escape classes)
+//   [list]     one character of the list; [^list] one not in it.  A ']' or
+//              '-' first is literal; "x-y" is a range of byte values; named
+//              classes such as [:alpha:], [:digit:], [:w:], [:space:] (names
+//              ignore case; an unknown name is taken as its characters).  A
+//              backslash in a list is an ordinary member, unless the switch
+//              below is on: then it makes the next character literal.
+// A group whose body begins with a group may be named by a capital letter:
+// "(@A=(...)...)" names the outer group A; "(...(...)=A@)" too.
+//
+// Compiling and matching do not warn: they set the text Tcl_GetRegError
+// returns (cleared when each compile or match starts).  Tcl_CompileRE and
+// Tcl_MatchRE cache their expressions and report warnings.  Nothing here is
+// guarded: one thread at a time, and a compiled expression keeps the results
+// of its last match.
+#ifndef ZELSTR_REGEX_H
+#define ZELSTR_REGEX_H
+
+#include "zelstr/export.h"
+
+// A compiled expression (opaque).
+struct Tcl_RegExp_;
+
+// An error carrier kept alongside expressions by some callers.
+struct Tcl_Interp {
+  int flags;     // bit 0: deleted
+  char* result;  // points at `buffer`
+  char buffer[200];
+};
+
+// Compiles `pattern`; NULL on error (the text in Tcl_GetRegError).  A
+// pattern holding an '@' may carry an attached text: "pattern$$$(text)",
+// or "(text)$$$nrettap" whose pattern part is reversed before compiling.
+// `interp` is not used.
+ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern);
+ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp* interp, char const* pattern);
+
+// 1 when `string` matches somewhere, 0 when not, -1 on an error or a NULL
+// expression.  The second form matches the first `length` characters: the
+// byte at `length` is set to NUL for the call and put back afterwards.  In
+// the third, `interp` and `start` are not used.
+ZELSTR_API int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re);
+ZELSTR_API int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re);
+ZELSTR_API int Tcl_RegExpMatch(Tcl_Interp* interp, char const* string, char const* start,
+                               Tcl_RegExp_* re);
+
+// The start and end of group `index` (0: the whole match) of the last match,
+// NULL for a group that took no part; for index 0 of an expression with an
+// attached text, the range Tcl_RegExpRewriteSubMatches gives.  A NULL
+// expression or an index above the group count: both NULL, result 0; else
+// 1.  Either out-pointer may be NULL.
+ZELSTR_API int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const** end);
+
+// The number of groups; 0 for NULL.
+ZELSTR_API int Tcl_GetGroupsCount(Tcl_RegExp_* re);
+
+ZELSTR_API Tcl_Interp* Tcl_CreateInterp();
+
+// Frees a compiled expression.  With an interp: a NULL one frees `re`; one
+// not yet marked deleted is marked, and `re` and the interp are freed; one
+// already marked leaves everything alone.
+ZELSTR_API void Tcl_DeleteInterp(Tcl_RegExp_* re);
+ZELSTR_API void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re);
+
+// The text of the last compile or match error, NULL if none.
+ZELSTR_API char const* Tcl_GetRegError();
+
+// TRUE when `pattern` compiles.
+ZELSTR_API int Tcl_IsValidRegularExpression(char const* pattern);
+
+// The switch that makes a backslash in a bracket list escape the next
+// character (off when the library is loaded).
+ZELSTR_API void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous);
+ZELSTR_API int Tcl_GetIfBackslashesInIntervalsAreHandled();
+
+// Sets the switch for the life of the object, then puts the previous value
+// back.
+class ZELSTR_API Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled {
+ public:
+  explicit Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled);
+  ~Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled();
+  Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(
+      Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const&) = delete;
+  Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled& operator=(
+      Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const&) = delete;
+
+ private:
+  int m_previous;
+};
+
+// Compiles through a cache of the 256 patterns used last (the pattern and
+// the switch value `backslashes` it is compiled with make the key): sets
+// `interp` and `re`, which stay the cache's, and returns TRUE; FALSE with a
+// warning when the pattern is NULL, empty or wrong (wrong patterns are
+// cached too).  The pattern (char const*)-1 empties the cache.
+ZELSTR_API int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
+                             int backslashes);
+
+// TRUE when `string` matches `pattern`, compiled (escapes replaced, the
+// switch on) through a cache of its own; warnings for NULL arguments and
+// wrong patterns.  The string (char const*)-1 or 1 empties the cache.
+ZELSTR_API int Tcl_MatchRE(char const* string, char const* pattern);
+
+// The node that follows a node of a compiled program (NULL at the end).
+ZELSTR_API char* TCL_DigNextPointer(char* node);
+
+// Replaces, in place, the escapes \t \n \r \f \v of `pattern` by the
+// characters they name; every other backslash is left for the engine.
+// Returns `pattern` (NULL for NULL).
+ZELSTR_API char* Tcl_ReplaceRegExpEscapedChars(char* pattern);
+
+// The range index 0 stands for in an expression with an attached text: the
+// attached text names a group, by its number ("2") or by its letter ("B");
+// any other text, or a group that took no part, gives the whole match.
+// Returns 1, or 0 for a NULL expression.
+ZELSTR_API int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start, char const** end);
+
+// Reverses `string` in place and returns it (NULL gives NULL).
+ZELSTR_API char* _zstrrev(char* string);
+
+#endif  // ZELSTR_REGEX_H

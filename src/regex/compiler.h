@@ -1,0 +1,19 @@
+// compiler.h - turning a pattern into a compiled expression.
+#ifndef ZELSTR_REGEX_COMPILER_H
+#define ZELSTR_REGEX_COMPILER_H
+
+struct Tcl_RegExp_;
+
+namespace zelstr::regex {
+
+// Compiles `pattern` (not NULL) into a new record holding `attached` as its
+// attached text (NULL for none), with the current backslash switch.  NULL
+// on an error, whose text is then the current error text.
+Tcl_RegExp_* compile(char const* pattern, char const* attached);
+
+// Frees the compile work buffer (at unload).
+void release_work_buffer();
+
+}  // namespace zelstr::regex
+
+#endif  // ZELSTR_REGEX_COMPILER_H

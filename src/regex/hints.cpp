@@ -1,0 +1,90 @@
+// hints.cpp - the optimisation hints of a compiled expression.
+#include "regex/hints.h"
+
+#include <cstring>
+
+#include "regex/program.h"
+#include "regex/record.h"
+
+namespace zelstr::regex {
+namespace {
+
+struct ByteSet {
+  std::uint64_t bits[4] = {};
+  void add(unsigned char b) { bits[b >> 6] |= std::uint64_t{1} << (b & 63); }
+};
+
+// Adds to `set` the bytes a match can start with from `node` on; false when
+// any byte can (or the walk cannot tell).  Zero-width nodes pass on to what
+// follows; `depth` bounds the walk through alternatives and loops.
+bool first_bytes(char const* node, ByteSet& set, int depth) {
+  for (; node != nullptr; node = next_node(node)) {
+    if (depth > 64) return false;
+    unsigned char const code = op(node);
+    switch (code) {
+      case kExactly:
+        set.add(static_cast<unsigned char>(*operand(node)));
+        return true;
+      case kAnyOf:
+        for (char const* p = operand(node); *p != '\0'; ++p)
+          set.add(static_cast<unsigned char>(*p));
+        return true;
+      case kEol:
+        set.add(0);  // matches only at the terminator
+        return true;
+      case kNothing:
+      case kBack:
+        break;
+      case kBranch:
+        for (char const* alt = node; alt != nullptr && op(alt) == kBranch; alt = next_node(alt)) {
+          if (!first_bytes(operand(alt), set, depth + 1)) return false;
+        }
+        return true;
+      case kStar:
+      case kPlus: {
+        char const* const repeated = operand(node);
+        if (op(repeated) != kExactly && op(repeated) != kAnyOf) return false;
+        first_bytes(repeated, set, depth + 1);
+        if (code == kPlus) return true;
+        break;  // none at all: what follows
+      }
+      default:
+        if (is_open(code) || is_close(code)) break;
+        return false;  // END (empty match), BOL, ANY, ANYBUT
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+void set_hints(Tcl_RegExp_* re, bool starts_optional) {
+  re->start_char = 0;
+  re->anchored = false;
+  re->must = nullptr;
+  re->must_length = 0;
+  char const* scan = first_node(re);  // the first BRANCH
+  if (op(next_node(scan)) == kEnd) {  // one top-level alternative
+    scan = operand(scan);
+    if (op(scan) == kExactly) {
+      re->start_char = *operand(scan);
+    } else if (op(scan) == kBol) {
+      re->anchored = true;
+    }
+    if (starts_optional) {
+      for (; scan != nullptr; scan = next_node(scan)) {
+        if (op(scan) != kExactly) continue;
+        std::size_t const length = std::strlen(operand(scan));
+        if (length >= 2 && length > re->must_length) {
+          re->must = operand(scan);
+          re->must_length = length;
+        }
+      }
+    }
+  }
+  ByteSet set;
+  re->first_bytes_known = first_bytes(first_node(re), set, 0);
+  std::memcpy(re->first_bytes, set.bits, sizeof set.bits);
+}
+
+}  // namespace zelstr::regex

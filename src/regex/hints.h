@@ -1,0 +1,21 @@
+// hints.h - the tests that settle most start positions without running the
+// program.
+#ifndef ZELSTR_REGEX_HINTS_H
+#define ZELSTR_REGEX_HINTS_H
+
+struct Tcl_RegExp_;
+
+namespace zelstr::regex {
+
+// Sets the hints of a freshly compiled program.  With one top-level
+// alternative: its first node gives the character every match starts with
+// (EXACTLY) or the anchoring (BOL); when the expression starts with a * or
+// ? piece (`starts_optional`), the longest literal of two characters or more
+// on its top-level chain (the first of equally long ones) is the string
+// every match must contain.  Also the set of bytes a match can start with,
+// when the program tells.
+void set_hints(Tcl_RegExp_* re, bool starts_optional);
+
+}  // namespace zelstr::regex
+
+#endif  // ZELSTR_REGEX_HINTS_H

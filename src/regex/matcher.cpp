@@ -1,0 +1,273 @@
+// matcher.cpp - backtracking matching with an explicit stack.
+//
+// The program is walked node by node.  Where a node offers a choice (a
+// BRANCH with further alternatives, a STAR or PLUS that can give characters
+// back), a frame is pushed that says what to try next; a failure pops frames
+// until one still has something to try.  Group starts and ends are written
+// as they are passed, and the value each replaces is pushed too, so that
+// backtracking over the group puts it back: at the end of a match each
+// group holds its last pass on the path that matched, as in Spencer's
+// recursive matcher.  The stack lives on the heap, so long subjects with
+// loops over groups cannot exhaust the thread's stack.
+#include "regex/matcher.h"
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include "frame/messages.h"
+#include "regex/program.h"
+#include "regex/record.h"
+#include "regex/state.h"
+#include "str/search/plan.h"
+
+namespace zelstr::regex {
+namespace {
+
+namespace msg = frame::msg;
+
+struct Frame {
+  enum Kind : unsigned char { kAlternative, kRepeat, kUndoStart, kUndoEnd };
+  Kind kind;
+  unsigned char group;  // undo frames
+  std::uint32_t count;  // repeat: the next count to try, plus one
+  char const* node;     // alternative: the BRANCH to try; repeat: the STAR or PLUS
+  char const* input;    // where it starts; undo: the value to put back
+};
+
+bool in_list(char const* list, char c) { return std::strchr(list, c) != nullptr; }
+
+class Run {
+ public:
+  Run(Tcl_RegExp_* re, char const* bol) : m_re(re), m_bol(bol) {}
+
+  // 1 when the program matches at `at`, 0 when not, -1 on an error.
+  int try_at(char const* at) {
+    for (int i = 0; i < m_re->groups_plus_one; ++i) m_re->startp[i] = m_re->endp[i] = nullptr;
+    m_stack.clear();
+    char const* end = at;
+    int const result = walk(first_node(m_re), end);
+    if (result == 1) {
+      m_re->startp[0] = at;
+      m_re->endp[0] = end;
+    }
+    return result;
+  }
+
+ private:
+  int error(char const* text) {
+    set_error(text);
+    return -1;
+  }
+
+  // How many times the simple node `node` matches from `input` on; -1 for
+  // a node that cannot be repeated.
+  long repeat(char const* node, char const* input) const {
+    char const* p = input;
+    switch (op(node)) {
+      case kAny:
+        return static_cast<long>(std::strlen(input));
+      case kExactly:
+        while (*p == *operand(node)) ++p;
+        break;
+      case kAnyOf:
+        while (*p != '\0' && in_list(operand(node), *p)) ++p;
+        break;
+      case kAnyBut:
+        while (*p != '\0' && !in_list(operand(node), *p)) ++p;
+        break;
+      default:
+        return -1;
+    }
+    return static_cast<long>(p - input);
+  }
+
+  // The largest count from `count` down to `least` after which the text
+  // can go on with `next_char` (0: any), or -1.
+  static long fitting_count(char const* input, long count, long least, char next_char) {
+    for (; count >= least; --count) {
+      if (next_char == '\0' || input[count] == next_char) return count;
+    }
+    return -1;
+  }
+
+  static char first_char_of(char const* node) {
+    return node != nullptr && op(node) == kExactly ? *operand(node) : '\0';
+  }
+
+  // Resumes the latest choice that has something left to try; false when
+  // none has.
+  bool backtrack(char const*& node, char const*& input) {
+    while (!m_stack.empty()) {
+      Frame& f = m_stack.back();
+      switch (f.kind) {
+        case Frame::kUndoStart:
+          m_re->startp[f.group] = f.input;
+          m_stack.pop_back();
+          break;
+        case Frame::kUndoEnd:
+          m_re->endp[f.group] = f.input;
+          m_stack.pop_back();
+          break;
+        case Frame::kAlternative: {
+          char const* const alternative = f.node;
+          input = f.input;
+          char const* const after = next_node(alternative);
+          if (after != nullptr && op(after) == kBranch) {
+            f.node = after;
+          } else {
+            m_stack.pop_back();  // the last alternative
+          }
+          node = operand(alternative);
+          return true;
+        }
+        case Frame::kRepeat: {
+          long const least = op(f.node) == kPlus ? 1 : 0;
+          char const* const next = next_node(f.node);
+          long const count =
+              fitting_count(f.input, static_cast<long>(f.count) - 1, least, first_char_of(next));
+          if (count < 0) {
+            m_stack.pop_back();
+            break;
+          }
+          f.count = static_cast<std::uint32_t>(count);
+          input = f.input + count;
+          node = next;
+          return true;
+        }
+      }
+    }
+    return false;
+  }
+
+  // Runs the program from `node` at `input`; on a match `input` is left at
+  // the match's end.
+  int walk(char const* node, char const*& input) {
+    for (;;) {
+      bool ok = true;
+      if (node == nullptr) return error(msg::kRePointersCorrupted);
+      unsigned char const code = op(node);
+      char const* next = next_node(node);
+      switch (code) {
+        case kEnd:
+          return 1;
+        case kBol:
+          ok = input == m_bol;
+          break;
+        case kEol:
+          ok = *input == '\0';
+          break;
+        case kAny:
+          ok = *input != '\0';
+          input += ok;
+          break;
+        case kExactly: {
+          char const* const literal = operand(node);
+          std::size_t const length = std::strlen(literal);
+          ok = *input == *literal && std::strncmp(input, literal, length) == 0;
+          if (ok) input += length;
+          break;
+        }
+        case kAnyOf:
+          ok = *input != '\0' && in_list(operand(node), *input);
+          input += ok;
+          break;
+        case kAnyBut:
+          ok = *input != '\0' && !in_list(operand(node), *input);
+          input += ok;
+          break;
+        case kNothing:
+        case kBack:
+          break;
+        case kBranch:
+          if (next != nullptr && op(next) == kBranch) {
+            m_stack.push_back(Frame{Frame::kAlternative, 0, 0, next, input});
+          }
+          next = operand(node);
+          break;
+        case kStar:
+        case kPlus: {
+          long const most = repeat(operand(node), input);
+          if (most < 0) return error(msg::kReMemoryCorrupted);
+          long const count = fitting_count(input, most, code == kPlus ? 1 : 0, first_char_of(next));
+          ok = count >= 0;
+          if (ok) {
+            if (count > (code == kPlus ? 1 : 0)) {
+              m_stack.push_back(
+                  Frame{Frame::kRepeat, 0, static_cast<std::uint32_t>(count), node, input});
+            }
+            input += count;
+          }
+          break;
+        }
+        default:
+          if (is_open(code)) {
+            int const n = code - kOpen;
+            m_stack.push_back(Frame{Frame::kUndoStart, static_cast<unsigned char>(n), 0, nullptr,
+                                    m_re->startp[n]});
+            m_re->startp[n] = input;
+          } else if (is_close(code)) {
+            int const n = code - kClose;
+            m_stack.push_back(
+                Frame{Frame::kUndoEnd, static_cast<unsigned char>(n), 0, nullptr, m_re->endp[n]});
+            m_re->endp[n] = input;
+          } else {
+            return error(msg::kReMemoryCorrupted);
+          }
+      }
+      if (ok) {
+        node = next;
+      } else if (!backtrack(node, input)) {
+        return 0;
+      }
+    }
+  }
+
+  Tcl_RegExp_* m_re;
+  char const* m_bol;
+  std::vector<Frame> m_stack;
+};
+
+// The required literal occurs in the subject: one run of the library's
+// forward search.
+bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
+  str::search::SearchState state;
+  std::string const must(re->must, re->must_length);
+  str::search::prepare(state, must.c_str(), static_cast<std::uint32_t>(must.size()));
+  return str::search::find_first(subject, must.c_str(), state).match != nullptr;
+}
+
+bool may_start(Tcl_RegExp_ const* re, unsigned char b) {
+  return (re->first_bytes[b >> 6] >> (b & 63) & 1) != 0;
+}
+
+}  // namespace
+
+int execute(Tcl_RegExp_* re, char const* subject) {
+  try {
+    if (re->must != nullptr && !contains_required(re, subject)) return 0;
+    Run run(re, subject);
+    if (re->anchored) return run.try_at(subject);
+    if (re->start_char != '\0') {
+      for (char const* s = std::strchr(subject, re->start_char); s != nullptr;
+           s = std::strchr(s + 1, re->start_char)) {
+        int const r = run.try_at(s);
+        if (r != 0) return r;
+      }
+      return 0;
+    }
+    for (char const* s = subject;; ++s) {
+      if (!re->first_bytes_known || may_start(re, static_cast<unsigned char>(*s))) {
+        int const r = run.try_at(s);
+        if (r != 0) return r;
+      }
+      if (*s == '\0') return 0;
+    }
+  } catch (std::bad_alloc const&) {
+    set_error(msg::kReOutOfSpace);
+    return -1;
+  }
+}
+
+}  // namespace zelstr::regex

@@ -1,0 +1,45 @@
+// record.h - a compiled expression: one heap block, header then program.
+#ifndef ZELSTR_REGEX_RECORD_H
+#define ZELSTR_REGEX_RECORD_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "regex/program.h"
+
+struct Tcl_RegExp_ {
+  int groups_plus_one;  // the number of groups, plus one for the whole match
+
+  // Hints: tests that settle most positions without running the program.
+  char start_char;   // every match starts with it (0: no such character)
+  bool anchored;     // matches only at the start of the subject
+  char const* must;  // a literal every match contains (in the program), or NULL
+  std::size_t must_length;
+  // The bytes a match can start with (bit b of entry b / 64), computed from
+  // the program; valid when `first_bytes_known`, and then a position whose
+  // byte is not in it is skipped without a try.
+  bool first_bytes_known;
+  std::uint64_t first_bytes[4];
+
+  static constexpr std::size_t kAttachedRoom = 256;
+  char attached[kAttachedRoom];  // the attached text, empty when none
+
+  // Group letters: names[L - 'A'] is the group named L, 0 for none.
+  unsigned char names[26];
+
+  // The last match: start and end of the whole match (0) and of each group.
+  char const* startp[zelstr::regex::kMaxGroups + 1];
+  char const* endp[zelstr::regex::kMaxGroups + 1];
+
+  std::size_t program_size;
+  char program[1];  // check byte, then the nodes (program_size bytes in all)
+};
+
+namespace zelstr::regex {
+
+// The first node of the program.
+inline char const* first_node(Tcl_RegExp_ const* re) { return re->program + 1; }
+
+}  // namespace zelstr::regex
+
+#endif  // ZELSTR_REGEX_RECORD_H
