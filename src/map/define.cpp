@@ -117,8 +117,12 @@ bool DefinitionReader::chain(std::size_t& i) {
   return true;
 }
 
-// `t` takes the image of `s`, unless `t` is already mapped elsewhere.
+// `t` takes the image of `s`, unless `t` is already mapped elsewhere.  A
+// range walked as signed bytes can run through 0 (from 0xC8 to 0x01, say):
+// that pair is passed over, so that entry 0 never changes and no other byte
+// takes the terminator's image.
 bool DefinitionReader::apply(unsigned char s, unsigned char t) {
+  if (s == 0 || t == 0) return true;
   if (m_table[t] == t || m_table[t] == s) {
     m_table[t] = m_table[s];
     return true;

@@ -36,6 +36,8 @@ TEST_F(Maps, WhatDefinitionsMap) {
       {"a=b a=c", "b>a c>a "}, {"  a=b   c=d  ", "b>a d>c "},
       {"a=b  =_", "_>  b>a "}, {"0-2=a-c", "a>0 b>1 c>2 "},
       {"a=b b=c", "b>a c>a "},
+      // Walked as signed bytes, this range runs through 0, which it leaves alone.
+      {"\x01-\x03=\xff-\x01", "\x01>\x03 \xff>\x01 "},
   };
   for (Case const& c : kCases) {
     void* const map = _zmapdefine(c.definition);
