@@ -56,6 +56,27 @@ bool first_bytes(char const* node, ByteSet& set, int depth) {
   return false;
 }
 
+// The nodes lie one after the other: a header, then a string for the nodes
+// that carry one.  Records the follow set of each STAR and PLUS node, while
+// there is room.
+void set_follow_sets(Tcl_RegExp_* re) {
+  re->follow_count = 0;
+  char const* const end = re->program + re->program_size;
+  for (char const* p = first_node(re); p < end && re->follow_count < Tcl_RegExp_::kFollowRoom;) {
+    unsigned char const code = op(p);
+    if (code == kStar || code == kPlus) {
+      ByteSet follow;
+      if (first_bytes(next_node(p), follow, 0)) {
+        Tcl_RegExp_::Follow& f = re->follow[re->follow_count++];
+        f.node = static_cast<std::uint32_t>(p - re->program);
+        std::memcpy(f.bytes, follow.bits, sizeof f.bytes);
+      }
+    }
+    p += kNodeHeader;
+    if (code == kExactly || code == kAnyOf || code == kAnyBut) p += std::strlen(p) + 1;
+  }
+}
+
 }  // namespace
 
 void set_hints(Tcl_RegExp_* re, bool starts_optional) {
@@ -85,6 +106,7 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional) {
   ByteSet set;
   re->first_bytes_known = first_bytes(first_node(re), set, 0);
   std::memcpy(re->first_bytes, set.bits, sizeof set.bits);
+  set_follow_sets(re);
 }
 
 }  // namespace zelstr::regex

@@ -40,7 +40,8 @@ bool in_list(char const* list, char c) { return std::strchr(list, c) != nullptr;
 
 class Run {
  public:
-  Run(Tcl_RegExp_* re, char const* bol) : m_re(re), m_bol(bol) {}
+  Run(Tcl_RegExp_* re, char const* bol, std::vector<Frame>& stack)
+      : m_re(re), m_bol(bol), m_stack(stack) {}
 
   // 1 when the program matches at `at`, 0 when not, -1 on an error.
   int try_at(char const* at) {
@@ -83,17 +84,31 @@ class Run {
     return static_cast<long>(p - input);
   }
 
-  // The largest count from `count` down to `least` after which the text
-  // can go on with `next_char` (0: any), or -1.
-  static long fitting_count(char const* input, long count, long least, char next_char) {
-    for (; count >= least; --count) {
-      if (next_char == '\0' || input[count] == next_char) return count;
+  // What may stand after a loop's repetitions: the bytes of its follow
+  // set, or any byte when the program does not tell.
+  struct Follow {
+    std::uint64_t const* bytes;
+    bool allows(char c) const {
+      auto const b = static_cast<unsigned char>(c);
+      return bytes == nullptr || (bytes[b >> 6] >> (b & 63) & 1) != 0;
     }
-    return -1;
+  };
+
+  Follow follow_of(char const* loop) const {
+    auto const at = static_cast<std::uint32_t>(loop - m_re->program);
+    for (int i = 0; i < m_re->follow_count; ++i) {
+      if (m_re->follow[i].node == at) return Follow{m_re->follow[i].bytes};
+    }
+    return Follow{nullptr};
   }
 
-  static char first_char_of(char const* node) {
-    return node != nullptr && op(node) == kExactly ? *operand(node) : '\0';
+  // The largest count from `count` down to `least` after which what
+  // follows the loop can start, or -1.
+  static long fitting_count(char const* input, long count, long least, Follow follow) {
+    for (; count >= least; --count) {
+      if (follow.allows(input[count])) return count;
+    }
+    return -1;
   }
 
   // Resumes the latest choice that has something left to try; false when
@@ -126,7 +141,7 @@ class Run {
           long const least = op(f.node) == kPlus ? 1 : 0;
           char const* const next = next_node(f.node);
           long const count =
-              fitting_count(f.input, static_cast<long>(f.count) - 1, least, first_char_of(next));
+              fitting_count(f.input, static_cast<long>(f.count) - 1, least, follow_of(f.node));
           if (count < 0) {
             m_stack.pop_back();
             break;
@@ -190,7 +205,7 @@ class Run {
         case kPlus: {
           long const most = repeat(operand(node), input);
           if (most < 0) return error(msg::kReMemoryCorrupted);
-          long const count = fitting_count(input, most, code == kPlus ? 1 : 0, first_char_of(next));
+          long const count = fitting_count(input, most, code == kPlus ? 1 : 0, follow_of(node));
           ok = count >= 0;
           if (ok) {
             if (count > (code == kPlus ? 1 : 0)) {
@@ -226,7 +241,29 @@ class Run {
 
   Tcl_RegExp_* m_re;
   char const* m_bol;
-  std::vector<Frame> m_stack;
+  std::vector<Frame>& m_stack;
+};
+
+// The backtracking stack, kept from one match to the next (the engine serves
+// one thread at a time) so that a match on a short line allocates nothing.
+// A stack grown past a megabyte by a long subject is given back.
+class KeptStack {
+ public:
+  KeptStack() : m_frames(frames()) {}
+  ~KeptStack() {
+    if (m_frames.capacity() > kKeep) std::vector<Frame>().swap(m_frames);
+  }
+  KeptStack(KeptStack const&) = delete;
+  KeptStack& operator=(KeptStack const&) = delete;
+  std::vector<Frame>& get() { return m_frames; }
+
+ private:
+  static constexpr std::size_t kKeep = (1u << 20) / sizeof(Frame);
+  static std::vector<Frame>& frames() {
+    static std::vector<Frame> s_frames;
+    return s_frames;
+  }
+  std::vector<Frame>& m_frames;
 };
 
 // The required literal occurs in the subject: one run of the library's
@@ -247,7 +284,8 @@ bool may_start(Tcl_RegExp_ const* re, unsigned char b) {
 int execute(Tcl_RegExp_* re, char const* subject) {
   try {
     if (re->must != nullptr && !contains_required(re, subject)) return 0;
-    Run run(re, subject);
+    KeptStack stack;
+    Run run(re, subject, stack.get());
     if (re->anchored) return run.try_at(subject);
     if (re->start_char != '\0') {
       for (char const* s = std::strchr(subject, re->start_char); s != nullptr;

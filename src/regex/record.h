@@ -21,6 +21,17 @@ struct Tcl_RegExp_ {
   bool first_bytes_known;
   std::uint64_t first_bytes[4];
 
+  // For STAR and PLUS nodes: the bytes what follows the loop can start
+  // with, so that only the counts after which such a byte stands are tried
+  // (Spencer's rule for a following literal, widened to any known set).
+  struct Follow {
+    std::uint32_t node;  // the loop node's offset in the program
+    std::uint64_t bytes[4];
+  };
+  static constexpr int kFollowRoom = 32;
+  int follow_count;
+  Follow follow[kFollowRoom];
+
   static constexpr std::size_t kAttachedRoom = 256;
   char attached[kAttachedRoom];  // the attached text, empty when none
 

@@ -14,6 +14,7 @@ namespace zelstr::tool {
 int run_demo(std::span<char* const> args);
 int run_map(std::span<char* const> args);
 int run_mapfind(std::span<char* const> args);
+int run_grep(std::span<char* const> args);
 
 namespace {
 
@@ -277,6 +278,10 @@ constexpr Command kCommands[] = {
      "print the lines holding PATTERN when both are compared through the map DEFINITION, as "
      "LINE:COLUMN:text",
      run_mapfind},
+    {"grep", "[-o] [-g N] PATTERN [FILE...]",
+     "print the lines (of the files, or of standard input) that match the regular expression "
+     "PATTERN; -o prints the match, -g N group N",
+     run_grep},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 

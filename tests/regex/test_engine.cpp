@@ -238,6 +238,31 @@ TEST_F(RegexCaches, HitsEvictionAndFailures) {
        {-1, "CompileRE(): Invalid empty TCL reg.exp. given in argument.", 4, "regexptcl"}}));
 }
 
+// A cached failure is not compiled again, so the error text is left as it
+// was; once the entry is evicted (by 256 newer patterns), it is.
+TEST_F(RegexCaches, TheLeastRecentlyUsedEntryIsEvicted) {
+  Tcl_Interp* interp;
+  Tcl_RegExp_* re;
+  auto cached = [&] {
+    Tcl_RegExpCompile("x");  // clears the error text
+    Tcl_CompileRE("a(", interp, re, 0);
+    return Tcl_GetRegError() == nullptr;
+  };
+  EXPECT_FALSE(cached());
+  EXPECT_TRUE(cached());
+  auto add = [&](int from, int to) {
+    for (int i = from; i < to; ++i) {
+      std::string pattern = std::to_string(i);
+      pattern.insert(pattern.begin(), 'q');
+      Tcl_CompileRE(pattern.c_str(), interp, re, 0);
+    }
+  };
+  add(0, 255);  // 256 entries: "a(" is the oldest
+  EXPECT_TRUE(cached());
+  add(255, 511);  // 256 newer ones
+  EXPECT_FALSE(cached());
+}
+
 TEST_F(RegexCaches, MatchRE) {
   EXPECT_EQ(Tcl_MatchRE("create procedure x", "^create[ \\t]+proc"), 1);
   EXPECT_EQ(Tcl_MatchRE("create\tprocedure x", "^create[ \\t]+proc"), 1);  // \t replaced
