@@ -20,7 +20,7 @@ struct Line {
 
 std::vector<Line> read_table() {
   char const* const dir = std::getenv("ZELSTR_CONFORMANCE_DIR");
-  std::ifstream in(std::string(dir != nullptr ? dir : "../shared/conformance") +
+  std::ifstream in(std::string(dir != nullptr ? dir : ZELSTR_SHARED_DIR "/conformance") +
                    "/spencer-regexp-tests.txt");
   std::vector<Line> lines;
   std::string text;
