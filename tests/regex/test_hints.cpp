@@ -49,3 +49,16 @@ TEST(RegexHints, StartAnchorAndRequiredString) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(RegexRecord, ADamagedCheckByteStopsTheMatch) {
+  Tcl_RegExp_* const re = Tcl_RegExpCompile("a");
+  ASSERT_NE(re, nullptr);
+  re->program[0] = 0;
+  EXPECT_EQ(Tcl_RegExpMatch("a", re), -1);
+  EXPECT_STREQ(Tcl_GetRegError(), "Corrupted program.");
+  Tcl_DeleteInterp(re);
+}
+
+}  // namespace
