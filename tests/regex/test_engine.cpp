@@ -244,7 +244,7 @@ TEST_F(RegexCaches, TheLeastRecentlyUsedEntryIsEvicted) {
   Tcl_Interp* interp;
   Tcl_RegExp_* re;
   auto cached = [&] {
-    Tcl_RegExpCompile("x");  // clears the error text
+    Tcl_DeleteInterp(Tcl_RegExpCompile("x"));  // clears the error text
     Tcl_CompileRE("a(", interp, re, 0);
     return Tcl_GetRegError() == nullptr;
   };
