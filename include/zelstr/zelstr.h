@@ -13,6 +13,7 @@
 #include "zelstr/compare.h"
 #include "zelstr/copy.h"
 #include "zelstr/extract.h"
+#include "zelstr/findall.h"
 #include "zelstr/grwstr.h"
 #include "zelstr/length.h"
 #include "zelstr/map.h"

@@ -15,6 +15,7 @@ int run_demo(std::span<char* const> args);
 int run_map(std::span<char* const> args);
 int run_mapfind(std::span<char* const> args);
 int run_grep(std::span<char* const> args);
+int run_findall(std::span<char* const> args);
 
 namespace {
 
@@ -282,6 +283,10 @@ constexpr Command kCommands[] = {
      "print the lines (of the files, or of standard input) that match the regular expression "
      "PATTERN; -o prints the match, -g N group N",
      run_grep},
+    {"findall", "[-i] [--no-overlap] PATTERN [FILE|-]",
+     "print the byte offset of every occurrence of PATTERN (overlapping ones included, unless "
+     "--no-overlap), one a line; -i ignores case",
+     run_findall},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 

@@ -1,0 +1,68 @@
+// findall.h - every occurrence of a string in a text, one position per call.
+//
+//   CFindAllStr find(text, "aa", 0);
+//   for (;;) {
+//     char* at = find.FindByXOR();   // tests the next window
+//     if (at != nullptr) ...;        // an occurrence at `at`
+//     else if (the text is exhausted: GetLastFindPos() stopped moving) break;
+//   }
+//
+// Each call moves a window as wide as the searched string by 1 + jump
+// positions and tests it: a one-byte XOR of the window's characters, kept
+// rolling, and the window's first character filter the positions, and a
+// full comparison confirms every one that passes.  With jump 0 overlapping
+// occurrences are all reported; after a success, a jump of length - 1 goes
+// on behind the occurrence.  A negative jump moves the window back but not
+// the look-ahead, so the XOR no longer describes the window: occurrences
+// may be missed, never invented.  The object keeps pointers into the text
+// and the searched string, which must outlive it; one thread per object.
+#ifndef ZELSTR_FINDALL_H
+#define ZELSTR_FINDALL_H
+
+#include "zelstr/export.h"
+
+class ZELSTR_API CFindAllStr {
+ public:
+  // `string1` is the text, `string2` the searched string; `caseInsensitive`
+  // non-zero compares through the C library's toupper.  NULL: warning 75
+  // (`string1`, tested first) or 76, and every call gives NULL.
+  CFindAllStr(char const* string1, char const* string2, int caseInsensitive);
+
+  // Moves the window by 1 + `jump` positions; its start when the searched
+  // string is there, else NULL (also once the text is exhausted).  An empty
+  // searched string is found once, at the text's start.
+  char* FindByXOR(int jump);
+  char* FindByXOR();  // FindByXOR(GetJumpQty())
+
+  // The start of the window tested last (after a success, the occurrence).
+  char const* GetLastFindPos() const;
+
+  // The jump FindByXOR() uses: one value for the whole process.
+  static void SetJumpQty(int jump);
+  static int GetJumpQty();
+
+  CFindAllStr& operator=(CFindAllStr const& other);
+
+ private:
+  // The window's characters from `from` to `to` (inclusive) XORed into
+  // `hash`, upper-cased when the search ignores case.
+  unsigned char window_xor(unsigned char hash, int from, int to) const;
+  unsigned char fold(char c) const;
+
+  int state;             // 0 ready, 1 empty searched string, 2 text too short,
+                         // 3 searching, 4 finished, 5 bad argument
+  char* current;         // the window tested last; one before the text at first
+  char const* searched;  // the searched string
+  char const* ahead;     // the next text character to enter the window
+  int caseInsensitive;
+  int searchedLen;
+  unsigned char searchedHash;  // XOR of the searched string's characters
+  unsigned char windowHash;    // searchedHash XOR the window's: 0 when they agree
+  unsigned char windowFirst;   // the window's first character
+  unsigned char searchedFirst;
+  char const* text;  // the text's start: a negative jump stops one before it
+
+  static int m_nJumpQty;
+};
+
+#endif  // ZELSTR_FINDALL_H
