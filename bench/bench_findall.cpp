@@ -1,0 +1,87 @@
+// CFindAllStr walking every occurrence (overlapping ones included) of a
+// string in the SQL corpus (1 MB), beside repeated memmem from one byte
+// after each occurrence.  CFindAllStr tests one window per call, by design;
+// argument: the searched string's length.
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "corpus.h"
+#include "ratio_reporter.h"
+#include "zelstr/findall.h"
+
+namespace {
+
+using benchmark::State;
+
+std::string const& sql() {
+  static std::string const text = [] {
+    std::string all = zelstr::bench::sql_corpus();
+    all.resize(std::min<std::size_t>(all.size(), 1u << 20));
+    return all;
+  }();
+  return text;
+}
+
+long walk_find_all(char const* text, char const* searched) {
+  CFindAllStr find(text, searched, 0);
+  long found = 0;
+  char const* last = nullptr;
+  for (;;) {
+    char const* const at = find.FindByXOR(0);
+    if (at != nullptr) {
+      ++found;
+    } else if (find.GetLastFindPos() == last) {
+      return found;
+    }
+    last = find.GetLastFindPos();
+  }
+}
+
+long walk_memmem(std::string const& text, std::string const& searched) {
+  long found = 0;
+  char const* const end = text.data() + text.size();
+  for (char const* p = text.data();; ++p) {
+    p = static_cast<char const*>(
+        ::memmem(p, static_cast<std::size_t>(end - p), searched.data(), searched.size()));
+    if (p == nullptr) return found;
+    ++found;
+  }
+}
+
+void register_all() {
+  for (char const* searched : {"NULL", "customer_id", "sp_addextendedproperty"}) {
+    long const m = static_cast<long>(std::strlen(searched));
+    benchmark::RegisterBenchmark(
+        "findall:CFindAllStr",
+        [searched](State& state) {
+          for (auto _ : state) {
+            benchmark::DoNotOptimize(walk_find_all(sql().c_str(), searched));
+          }
+          state.SetBytesProcessed(state.iterations() * static_cast<long>(sql().size()));
+        })
+        ->Arg(m)
+        ->MinTime(0.2);
+    benchmark::RegisterBenchmark(
+        "findall:memmem",
+        [searched](State& state) {
+          for (auto _ : state) {
+            benchmark::DoNotOptimize(walk_memmem(sql(), searched));
+          }
+          state.SetBytesProcessed(state.iterations() * static_cast<long>(sql().size()));
+        })
+        ->Arg(m)
+        ->MinTime(0.2);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (sql().size() < (1u << 20)) {
+    std::fprintf(stderr, "bench_findall: the SQL corpus under %s holds less than 1 MB\n",
+                 ZELSTR_CORPUS_DIR);
+    return 1;
+  }
+  return zelstr::bench::run_with_ratios(argc, argv, register_all);
+}
