@@ -14,14 +14,7 @@ namespace {
 
 using benchmark::State;
 
-std::string const& sql() {
-  static std::string const text = [] {
-    std::string all = zelstr::bench::sql_corpus();
-    all.resize(std::min<std::size_t>(all.size(), 1u << 20));
-    return all;
-  }();
-  return text;
-}
+std::string const& sql() { return zelstr::bench::sql_megabyte(); }
 
 long walk_find_all(char const* text, char const* searched) {
   CFindAllStr find(text, searched, 0);
@@ -78,10 +71,5 @@ void register_all() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (sql().size() < (1u << 20)) {
-    std::fprintf(stderr, "bench_findall: the SQL corpus under %s holds less than 1 MB\n",
-                 ZELSTR_CORPUS_DIR);
-    return 1;
-  }
-  return zelstr::bench::run_with_ratios(argc, argv, register_all);
+  return zelstr::bench::run_on_sql_megabyte("bench_findall", argc, argv, register_all);
 }

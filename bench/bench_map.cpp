@@ -30,14 +30,7 @@ void* lower_map() {
   return map;
 }
 
-std::string const& sql() {
-  static std::string const text = [] {
-    std::string all = zelstr::bench::sql_corpus();
-    all.resize(std::min<std::size_t>(all.size(), 1u << 20));
-    return all;
-  }();
-  return text;
-}
+std::string const& sql() { return zelstr::bench::sql_megabyte(); }
 
 // The practical limit of a map application: one table load and one store
 // per byte, up to the terminator.
@@ -154,10 +147,5 @@ void register_all() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (sql().size() < (1u << 20)) {
-    std::fprintf(stderr, "bench_map: the SQL corpus under %s holds less than 1 MB\n",
-                 ZELSTR_CORPUS_DIR);
-    return 1;
-  }
-  return zelstr::bench::run_with_ratios(argc, argv, register_all);
+  return zelstr::bench::run_on_sql_megabyte("bench_map", argc, argv, register_all);
 }

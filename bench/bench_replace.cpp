@@ -26,12 +26,6 @@ namespace {
 
 using benchmark::State;
 
-std::string corpus_megabyte() {
-  std::string all = zelstr::bench::sql_corpus();
-  all.resize(std::min<std::size_t>(all.size(), 1u << 20));
-  return all;
-}
-
 std::string words(std::size_t size) {
   static char const* const kWords[] = {"ab", "cd", "id", "x", "name", "sys", "to", "of"};
   std::mt19937 rng(12);
@@ -103,7 +97,7 @@ void add(Case const& c, bool all_impls) {
 }
 
 void register_all() {
-  static std::string const sql = corpus_megabyte();
+  std::string const& sql = zelstr::bench::sql_megabyte();
   static std::string const dense = words(1u << 20);
   add({"sql.grow", &sql, "SELECT", "SELECT /*+*/"}, true);
   add({"sql.same", &sql, "FROM", "from"}, true);
@@ -119,4 +113,6 @@ void register_all() {
 
 }  // namespace
 
-int main(int argc, char** argv) { return zelstr::bench::run_with_ratios(argc, argv, register_all); }
+int main(int argc, char** argv) {
+  return zelstr::bench::run_on_sql_megabyte("bench_replace", argc, argv, register_all);
+}

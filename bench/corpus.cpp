@@ -2,6 +2,7 @@
 #include "corpus.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -32,6 +33,15 @@ std::string sql_corpus() {
   return all;
 }
 
+std::string const& sql_megabyte() {
+  static std::string const text = [] {
+    std::string all = sql_corpus();
+    all.resize(std::min<std::size_t>(all.size(), 1u << 20));
+    return all;
+  }();
+  return text;
+}
+
 int run_with_ratios(int argc, char** argv, void (*register_all)()) {
   benchmark::Initialize(&argc, argv);
   register_all();
@@ -39,6 +49,15 @@ int run_with_ratios(int argc, char** argv, void (*register_all)()) {
   benchmark::RunSpecifiedBenchmarks(&reporter);
   benchmark::Shutdown();
   return 0;
+}
+
+int run_on_sql_megabyte(char const* program, int argc, char** argv, void (*register_all)()) {
+  if (sql_megabyte().size() < (1u << 20)) {
+    std::fprintf(stderr, "%s: the SQL corpus under %s holds less than 1 MB\n", program,
+                 ZELSTR_CORPUS_DIR);
+    return 1;
+  }
+  return run_with_ratios(argc, argv, register_all);
 }
 
 }  // namespace zelstr::bench

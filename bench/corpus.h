@@ -10,6 +10,14 @@ namespace zelstr::bench {
 // joined by newlines, without NUL bytes; empty when the folder is missing.
 std::string sql_corpus();
 
+// The first megabyte of sql_corpus(), read once (shorter when the corpus
+// is: the benchmarks that use it refuse to run then).
+std::string const& sql_megabyte();
+
+// run_with_ratios for the benchmarks that work on sql_megabyte(): they
+// refuse to run (a message and status 1) when the corpus is shorter.
+int run_on_sql_megabyte(char const* program, int argc, char** argv, void (*register_all)());
+
 // Registers the benchmarks with `register_all`, runs them, and prints the
 // ratio table after the usual one.
 int run_with_ratios(int argc, char** argv, void (*register_all)());

@@ -79,20 +79,16 @@ int _zmapstrncmp(void* map, char const* string1, char const* string2, unsigned l
 
 int _zmapstricmp(void* map, char const* string1, char const* string2) {
   if (map == nullptr) return _zstricmp(string1, string2);
+  if (is_bad(map)) warn(msg::kMapStricmpInvalid);
   if (string2 == nullptr) {
-    if (is_bad(map)) warn(msg::kMapStricmpInvalid);
     warn(msg::kMapStricmpNullString2);
     return 1;
   }
   if (string1 == nullptr) {
-    if (is_bad(map)) warn(msg::kMapStricmpInvalid);
     warn(msg::kMapStricmpNullString1);
     return -1;
   }
-  if (is_bad(map)) {
-    warn(msg::kMapStricmpInvalid);
-    return sign(zelstr::platform::case_compare(string1, string2));
-  }
+  if (is_bad(map)) return sign(zelstr::platform::case_compare(string1, string2));
   return compare_images(string1, string2, kNoLimit, Image{table_of(map), nullptr, true});
 }
 

@@ -20,31 +20,20 @@ namespace search = zelstr::str::search;
 
 namespace {
 
-// A search state that compares through `table`.
-struct MappedState : search::SearchState {
-  explicit MappedState(unsigned char const* table) { map = table; }
-};
-
-// The map after toupper: the fold table of _zmapstristr.
-struct UpperThenMap {
+// One table after another: the fold tables of _zmapstristr (toupper, then
+// the map) and _zmapstrichr (the map, then toupper).
+struct Composed {
   unsigned char table[256];
-  explicit UpperThenMap(unsigned char const* map) {
-    unsigned char const* const upper = zelstr::chars::upper_fold().upper;
-    for (int c = 0; c < 256; ++c) table[c] = map[upper[c]];
+  Composed(unsigned char const* first, unsigned char const* then) {
+    for (int c = 0; c < 256; ++c) table[c] = then[first[c]];
   }
 };
 
-// toupper after the map: the fold table of _zmapstrichr.
-struct MapThenUpper {
-  unsigned char table[256];
-  explicit MapThenUpper(unsigned char const* map) {
-    unsigned char const* const upper = zelstr::chars::upper_fold().upper;
-    for (int c = 0; c < 256; ++c) table[c] = upper[map[c]];
-  }
-};
+unsigned char const* upper() { return zelstr::chars::upper_fold().upper; }
 
 char const* forward_through(unsigned char const* table, char const* s1, char const* s2) {
-  MappedState state(table);
+  search::SearchState state;
+  state.map = table;
   return search::forward_search(s1, s2, state);
 }
 
@@ -59,7 +48,7 @@ char const* _zmapstrstr(void* map, char const* string1, char const* string2) {
 char const* _zmapstristr(void* map, char const* string1, char const* string2) {
   if (is_bad(map)) warn(msg::kMapStristrInvalid);
   if (map == nullptr || is_bad(map)) return _zstristr(string1, string2);
-  return forward_through(UpperThenMap(table_of(map)).table, string1, string2);
+  return forward_through(Composed(upper(), table_of(map)).table, string1, string2);
 }
 
 char const* _zmapstrrstr(void* map, char const* string1, char const* string2) {
@@ -68,9 +57,7 @@ char const* _zmapstrrstr(void* map, char const* string1, char const* string2) {
       *string2 == '\0') {
     return _zstrrstr(string1, string2);
   }
-  MappedState state(table_of(map));
-  search::prepare(state, string2, static_cast<std::uint32_t>(std::strlen(string2)));
-  return search::last_occurrence(string1, string2, state);
+  return search::last_occurrence(string1, string2, table_of(map));
 }
 
 long _zmapstrstrcnt(void* map, char* string1, char* string2) {
@@ -79,9 +66,7 @@ long _zmapstrstrcnt(void* map, char* string1, char* string2) {
       *string2 == '\0') {
     return _zstrstrcnt(string1, string2);
   }
-  MappedState state(table_of(map));
-  search::prepare(state, string2, static_cast<std::uint32_t>(std::strlen(string2)));
-  return search::count_occurrences(string1, string2, state);
+  return search::count_occurrences(string1, string2, table_of(map));
 }
 
 unsigned long _zmapstrccnt(void* map, char* string, char c) {
@@ -107,5 +92,5 @@ char const* _zmapstrrchr(void* map, char const* string, char c) {
 char const* _zmapstrichr(void* map, char const* string, char c) {
   if (is_bad(map)) warn(msg::kMapStrichrInvalid);
   if (map == nullptr || is_bad(map) || string == nullptr) return _zstrichr(string, c);
-  return search::find_byte(string, c, MapThenUpper(table_of(map)).table, false);
+  return search::find_byte(string, c, Composed(table_of(map), upper()).table, false);
 }

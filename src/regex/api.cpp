@@ -130,12 +130,7 @@ int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) {
     return -1;
   }
   RestoredByte const bound(const_cast<char*>(string) + length);
-  try {
-    return Tcl_RegExpMatch(string, re);
-  } catch (...) {
-    set_error(msg::kReInvalidCall);
-    return -1;
-  }
+  return Tcl_RegExpMatch(string, re);
 }
 
 int Tcl_RegExpMatch(Tcl_Interp*, char const* string, char const*, Tcl_RegExp_* re) {

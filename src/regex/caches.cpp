@@ -106,8 +106,7 @@ bool is_clear_command(char const* p) {
 
 // Compiles `pattern` with the switch set to `backslashes` into a new entry.
 CompiledCache::Entry compile_entry(char const* pattern, char const* source, int backslashes) {
-  CompiledCache::Entry e{
-      _zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr, {}};
+  CompiledCache::Entry e{_zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr, {}};
   e.interp = Tcl_CreateInterp();
   if (e.interp == nullptr) return e;
   Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);

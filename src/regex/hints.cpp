@@ -9,11 +9,6 @@
 namespace zelstr::regex {
 namespace {
 
-struct ByteSet {
-  std::uint64_t bits[4] = {};
-  void add(unsigned char b) { bits[b >> 6] |= std::uint64_t{1} << (b & 63); }
-};
-
 // Adds to `set` the bytes a match can start with from `node` on; false when
 // any byte can (or the walk cannot tell).  Zero-width nodes pass on to what
 // follows; `depth` bounds the walk through alternatives and loops.
@@ -65,11 +60,9 @@ void set_follow_sets(Tcl_RegExp_* re) {
   for (char const* p = first_node(re); p < end && re->follow_count < Tcl_RegExp_::kFollowRoom;) {
     unsigned char const code = op(p);
     if (code == kStar || code == kPlus) {
-      ByteSet follow;
+      ByteSet follow{};
       if (first_bytes(next_node(p), follow, 0)) {
-        Tcl_RegExp_::Follow& f = re->follow[re->follow_count++];
-        f.node = static_cast<std::uint32_t>(p - re->program);
-        std::memcpy(f.bytes, follow.bits, sizeof f.bytes);
+        re->follow[re->follow_count++] = {static_cast<std::uint32_t>(p - re->program), follow};
       }
     }
     p += kNodeHeader;
@@ -103,9 +96,8 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional) {
       }
     }
   }
-  ByteSet set;
-  re->first_bytes_known = first_bytes(first_node(re), set, 0);
-  std::memcpy(re->first_bytes, set.bits, sizeof set.bits);
+  re->first_bytes = ByteSet{};
+  re->first_bytes_known = first_bytes(first_node(re), re->first_bytes, 0);
   set_follow_sets(re);
 }
 

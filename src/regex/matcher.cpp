@@ -87,17 +87,16 @@ class Run {
   // What may stand after a loop's repetitions: the bytes of its follow
   // set, or any byte when the program does not tell.
   struct Follow {
-    std::uint64_t const* bytes;
+    ByteSet const* bytes;
     bool allows(char c) const {
-      auto const b = static_cast<unsigned char>(c);
-      return bytes == nullptr || (bytes[b >> 6] >> (b & 63) & 1) != 0;
+      return bytes == nullptr || bytes->has(static_cast<unsigned char>(c));
     }
   };
 
   Follow follow_of(char const* loop) const {
     auto const at = static_cast<std::uint32_t>(loop - m_re->program);
     for (int i = 0; i < m_re->follow_count; ++i) {
-      if (m_re->follow[i].node == at) return Follow{m_re->follow[i].bytes};
+      if (m_re->follow[i].node == at) return Follow{&m_re->follow[i].bytes};
     }
     return Follow{nullptr};
   }
@@ -266,17 +265,12 @@ class KeptStack {
   std::vector<Frame>& m_frames;
 };
 
-// The required literal occurs in the subject: one run of the library's
-// forward search.
+// The required literal (an EXACTLY operand of the program, so terminated)
+// occurs in the subject: one run of the library's forward search.
 bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
   str::search::SearchState state;
-  std::string const must(re->must, re->must_length);
-  str::search::prepare(state, must.c_str(), static_cast<std::uint32_t>(must.size()));
-  return str::search::find_first(subject, must.c_str(), state).match != nullptr;
-}
-
-bool may_start(Tcl_RegExp_ const* re, unsigned char b) {
-  return (re->first_bytes[b >> 6] >> (b & 63) & 1) != 0;
+  str::search::prepare(state, re->must, static_cast<std::uint32_t>(re->must_length));
+  return str::search::find_first(subject, re->must, state).match != nullptr;
 }
 
 }  // namespace
@@ -296,7 +290,7 @@ int execute(Tcl_RegExp_* re, char const* subject) {
       return 0;
     }
     for (char const* s = subject;; ++s) {
-      if (!re->first_bytes_known || may_start(re, static_cast<unsigned char>(*s))) {
+      if (!re->first_bytes_known || re->first_bytes.has(static_cast<unsigned char>(*s))) {
         int const r = run.try_at(s);
         if (r != 0) return r;
       }

@@ -7,6 +7,17 @@
 
 #include "regex/program.h"
 
+namespace zelstr::regex {
+
+// A set of byte values.
+struct ByteSet {
+  std::uint64_t bits[4];
+  void add(unsigned char b) { bits[b >> 6] |= std::uint64_t{1} << (b & 63); }
+  bool has(unsigned char b) const { return (bits[b >> 6] >> (b & 63) & 1) != 0; }
+};
+
+}  // namespace zelstr::regex
+
 struct Tcl_RegExp_ {
   int groups_plus_one;  // the number of groups, plus one for the whole match
 
@@ -19,14 +30,14 @@ struct Tcl_RegExp_ {
   // the program; valid when `first_bytes_known`, and then a position whose
   // byte is not in it is skipped without a try.
   bool first_bytes_known;
-  std::uint64_t first_bytes[4];
+  zelstr::regex::ByteSet first_bytes;
 
   // For STAR and PLUS nodes: the bytes what follows the loop can start
   // with, so that only the counts after which such a byte stands are tried
   // (Spencer's rule for a following literal, widened to any known set).
   struct Follow {
     std::uint32_t node;  // the loop node's offset in the program
-    std::uint64_t bytes[4];
+    zelstr::regex::ByteSet bytes;
   };
   static constexpr int kFollowRoom = 32;
   int follow_count;

@@ -68,9 +68,7 @@ int run_len(std::span<char* const> args) {
 // The whole of standard input.
 std::string read_stdin() {
   std::string text;
-  char buffer[65536];
-  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, stdin)) > 0;)
-    text.append(buffer, n);
+  read_text("-", text);
   return text;
 }
 
@@ -124,21 +122,6 @@ int run_span(std::span<char* const> args) {
     start = end + 1;
   }
   return 0;
-}
-
-// The text named by `arg`: "-" reads standard input, anything else is the
-// name of a file; an empty string and false when it cannot be read.
-bool read_text(char const* arg, std::string& text) {
-  if (std::strcmp(arg, "-") == 0) {
-    text = read_stdin();
-    return true;
-  }
-  std::FILE* const f = std::fopen(arg, "rb");
-  if (f == nullptr) return false;
-  char buffer[65536];
-  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, f)) > 0;) text.append(buffer, n);
-  std::fclose(f);
-  return true;
 }
 
 // replace [-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE|-]
@@ -297,5 +280,33 @@ std::span<Command const> commands() { return kCommands; }
 char const* argument(char const* text) { return std::strcmp(text, "(null)") == 0 ? nullptr : text; }
 
 void print_warnings_to_stderr() { errsvc::set_sink(print_record); }
+
+std::FILE* open_input(char const* command, char const* name) {
+  if (std::strcmp(name, "-") == 0) return stdin;
+  std::FILE* const f = std::fopen(name, "rb");
+  if (f == nullptr) std::fprintf(stderr, "zelstr %s: cannot read '%s'\n", command, name);
+  return f;
+}
+
+void close_input(std::FILE* in) {
+  if (in != stdin) std::fclose(in);
+}
+
+bool read_line(std::FILE* in, std::string& line) {
+  line.clear();
+  int c;
+  while ((c = std::fgetc(in)) != EOF && c != '\n') line += static_cast<char>(c);
+  return c != EOF || !line.empty();
+}
+
+// Reads the whole input: a file, or standard input for "-".
+bool read_text(char const* arg, std::string& text) {
+  std::FILE* const in = std::strcmp(arg, "-") == 0 ? stdin : std::fopen(arg, "rb");
+  if (in == nullptr) return false;
+  char buffer[65536];
+  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, in)) > 0;) text.append(buffer, n);
+  close_input(in);
+  return true;
+}
 
 }  // namespace zelstr::tool

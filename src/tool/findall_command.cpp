@@ -31,15 +31,11 @@ int run_findall(std::span<char* const> args) {
   }
   char const* const pattern = argument(args[i]);
   char const* const name = args.size() - i == 2 ? args[i + 1] : "-";
-  std::FILE* const in = std::strcmp(name, "-") == 0 ? stdin : std::fopen(name, "rb");
-  if (in == nullptr) {
+  std::string text;
+  if (!read_text(name, text)) {
     std::fprintf(stderr, "zelstr findall: cannot read '%s'\n", name);
     return kUsageError;
   }
-  std::string text;
-  char block[65536];
-  for (std::size_t n; (n = std::fread(block, 1, sizeof block, in)) > 0;) text.append(block, n);
-  if (in != stdin) std::fclose(in);
 
   CFindAllStr find(text.c_str(), pattern, insensitive ? 1 : 0);
   int const skip = overlap || pattern == nullptr ? 0 : static_cast<int>(std::strlen(pattern)) - 1;

@@ -21,10 +21,7 @@ struct GrepOptions {
 bool grep_stream(Tcl_RegExp_* re, std::FILE* in, GrepOptions const& options) {
   bool found = false;
   std::string line;
-  for (int c = 0; c != EOF;) {
-    line.clear();
-    while ((c = std::fgetc(in)) != EOF && c != '\n') line += static_cast<char>(c);
-    if (c == EOF && line.empty()) break;
+  while (read_line(in, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (Tcl_RegExpMatch(line.c_str(), re) != 1) continue;
     found = true;
@@ -74,14 +71,13 @@ int run_grep(std::span<char* const> args) {
   int status = 0;
   if (i + 1 == args.size()) found = grep_stream(re, stdin, options);
   for (char* const name : args.subspan(i + 1)) {
-    std::FILE* const f = std::fopen(name, "rb");
+    std::FILE* const f = open_input("grep", name);
     if (f == nullptr) {
-      std::fprintf(stderr, "zelstr grep: cannot read '%s'\n", name);
       status = kUsageError;
       continue;
     }
     found = grep_stream(re, f, options) || found;
-    std::fclose(f);
+    close_input(f);
   }
   Tcl_DeleteInterp(re);
   if (status != 0) return status;

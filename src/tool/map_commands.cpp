@@ -28,19 +28,6 @@ class DefinedMap {
   void* m_map;
 };
 
-// The file named `name`, or standard input for "-"; NULL (with a message)
-// when it cannot be opened.
-std::FILE* open_input(char const* command, char const* name) {
-  if (std::strcmp(name, "-") == 0) return stdin;
-  std::FILE* const f = std::fopen(name, "rb");
-  if (f == nullptr) std::fprintf(stderr, "zelstr %s: cannot read '%s'\n", command, name);
-  return f;
-}
-
-void close_input(std::FILE* f) {
-  if (f != stdin) std::fclose(f);
-}
-
 // Translates the input a block at a time (each byte maps on its own, so a
 // block boundary changes nothing); NUL bytes are passed through.
 void translate_stream(void* map, std::FILE* in) {
@@ -98,10 +85,7 @@ int run_mapfind(std::span<char* const> args) {
   std::string line;
   long number = 0;
   bool found = false;
-  for (int c = 0; c != EOF;) {
-    line.clear();
-    while ((c = std::fgetc(in)) != EOF && c != '\n') line += static_cast<char>(c);
-    if (c == EOF && line.empty()) break;
+  while (read_line(in, line)) {
     ++number;
     char const* const at = _zmapstrstr(map.get(), line.c_str(), pattern);
     if (at == nullptr) continue;

@@ -30,11 +30,16 @@ TEST_F(Maps, WhatDefinitionsMap) {
     char const* definition;
     char const* changes;  // NULL: the identity map (NULL handle)
   } const kCases[] = {
-      {"a=a b=b", nullptr},    {"x", nullptr},
-      {"?=q", nullptr},        {"", nullptr},
-      {"x=?=y", "y>x "},       {"?=a=b", "b>a "},
-      {"a=b a=c", "b>a c>a "}, {"  a=b   c=d  ", "b>a d>c "},
-      {"a=b  =_", "_>  b>a "}, {"0-2=a-c", "a>0 b>1 c>2 "},
+      {"a=a b=b", nullptr},
+      {"x", nullptr},
+      {"?=q", nullptr},
+      {"", nullptr},
+      {"x=?=y", "y>x "},
+      {"?=a=b", "b>a "},
+      {"a=b a=c", "b>a c>a "},
+      {"  a=b   c=d  ", "b>a d>c "},
+      {"a=b  =_", "_>  b>a "},
+      {"0-2=a-c", "a>0 b>1 c>2 "},
       {"a=b b=c", "b>a c>a "},
       // Walked as signed bytes, this range runs through 0, which it leaves alone.
       {"\x01-\x03=\xff-\x01", "\x01>\x03 \xff>\x01 "},

@@ -2,13 +2,10 @@
 // before, is compiled again after a reload (and so sets the error text).
 #include <gtest/gtest.h>
 
-#include "frame/module.h"
-#include "platform/module_handle.h"
+#include "support/module_reload.h"
 #include "zelstr/regex.h"
 
 namespace {
-
-namespace frame = zelstr::frame;
 
 TEST(RegexCacheRelease, UnloadEmptiesTheCaches) {
   Tcl_Interp* interp;
@@ -19,8 +16,7 @@ TEST(RegexCacheRelease, UnloadEmptiesTheCaches) {
   Tcl_CompileRE("b(", interp, re, 0);
   EXPECT_EQ(Tcl_GetRegError(), nullptr);  // cached: not compiled again
 
-  frame::module_entry(zelstr::platform::this_module(), frame::kProcessDetach, nullptr);
-  frame::module_entry(zelstr::platform::this_module(), frame::kProcessAttach, nullptr);
+  zelstr::test::reload_module();
   Tcl_DeleteInterp(Tcl_RegExpCompile("x"));
   Tcl_CompileRE("b(", interp, re, 0);
   EXPECT_STREQ(Tcl_GetRegError(), "Unmatched '(' in TCL reg.exp.");

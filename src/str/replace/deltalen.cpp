@@ -8,7 +8,6 @@
 #include "str/report.h"
 #include "str/search/walks.h"
 #include "zelstr/replace.h"
-#include "zelstr/search.h"
 #include "zelstr/types.h"
 
 using namespace zelstr::str;
@@ -24,11 +23,7 @@ std::int64_t occurrences(char const* string, char const* s1, std::size_t len1,
                          unsigned char const* map) {
   if (string == nullptr || *string == '\0' || len1 == 0) return 0;
   if (len1 == 1) return static_cast<std::int64_t>(search::count_bytes(string, *s1, map));
-  if (map == nullptr) return _zstrstrcnt(string, s1);
-  search::SearchState state;
-  state.map = map;
-  search::prepare(state, s1, static_cast<std::uint32_t>(len1));
-  return search::count_occurrences(string, s1, state);
+  return search::count_occurrences(string, s1, map);
 }
 
 }  // namespace

@@ -39,6 +39,27 @@ int count_occurrences(char const* text, char const* pattern, SearchState& state)
   return counter.count;
 }
 
+namespace {
+
+// A state for `pattern` through `map`, prepared.
+SearchState& prepared(SearchState& state, char const* pattern, unsigned char const* map) {
+  state.map = map;
+  prepare(state, pattern, static_cast<std::uint32_t>(std::strlen(pattern)));
+  return state;
+}
+
+}  // namespace
+
+char const* last_occurrence(char const* text, char const* pattern, unsigned char const* map) {
+  SearchState state;
+  return last_occurrence(text, pattern, prepared(state, pattern, map));
+}
+
+int count_occurrences(char const* text, char const* pattern, unsigned char const* map) {
+  SearchState state;
+  return count_occurrences(text, pattern, prepared(state, pattern, map));
+}
+
 std::size_t count_bytes(char const* text, char c, unsigned char const* fold) {
   if (c == '\0') return 0;
   std::size_t count = 0;

@@ -18,6 +18,11 @@ char const* last_occurrence(char const* text, char const* pattern, SearchState& 
 // at most INT_MAX.
 int count_occurrences(char const* text, char const* pattern, SearchState& state);
 
+// The same for `pattern` (not empty) compared through `map` (a 256-byte
+// table; NULL: the bytes themselves), on a search state of the call's own.
+char const* last_occurrence(char const* text, char const* pattern, unsigned char const* map);
+int count_occurrences(char const* text, char const* pattern, unsigned char const* map);
+
 // The bytes of `text` equal to `c`, or whose images through `fold` are c's
 // when `fold` is given; 0 for c = 0.
 std::size_t count_bytes(char const* text, char c, unsigned char const* fold);
