@@ -1,0 +1,71 @@
+// sqlsettings.h - dialect settings per database connection.
+//
+// The analyser may work for several connections at once.  A connection is a
+// key of the caller's choice (never dereferenced); NULL stands for no
+// particular connection and owns the defaults of each language:
+//
+//   T-SQL:  version 15, names up to 1020 characters, quoted and bracketed
+//           identifiers off, the double quotation mark for delimiting,
+//           first characters "[A-Za-z_#@\x80-\xFF]".
+//   PL/SQL: version 152, names up to 30 characters, database-link names up
+//           to 512, first characters "[A-Z]".
+//
+// A connection without settings of its own uses the defaults.  The settings
+// are not locked: do not change them while other threads use them.
+//
+// The first-character definitions are set definitions ("[A-Z_]", see
+// setdef.h) or plain lists of characters ("ABC"); the characters allowed at
+// the other positions are derived from them by adding the digits and "$"
+// (T-SQL) or the digits, "$", "_" and "#" (PL/SQL).  A NULL or blank
+// definition selects the default; one that has only one of its brackets
+// selects it too, with a warning.  Trailing blanks of a definition are cut
+// in the caller's own string (it must be writable when it has some).
+#ifndef ZELSTR_SQLSETTINGS_H
+#define ZELSTR_SQLSETTINGS_H
+
+#include "zelstr/export.h"
+
+// Valid T-SQL versions: 4, 6 to 17 and 2004 to 2017 (5 is not one).  The
+// quotation mark is '"' or '['.  Invalid values give a warning naming the
+// value, change nothing and return 0; otherwise 1.
+ZELSTR_API int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nMaxName,
+                                 int quotedId, int bracketedId, char i_cDefltQuote,
+                                 char const* allowedAs1st);
+
+// Fills each non-NULL out-argument from the connection's settings (the
+// defaults when it has none).  1 when the connection has settings of its own
+// (always for NULL), else 0.  `*allowedAs1st` belongs to the settings and
+// stays valid until they change.
+ZELSTR_API int _ztsqlgetdefaults(void const* const connection, int* version, int* maxName,
+                                 int* quotedId, int* bracketedId, char* defltQuote,
+                                 char const** allowedAs1st);
+
+// Sets the QUOTED_IDENTIFIER flag: 1 when the connection's own settings were
+// changed; 0 when it has none, in which case the defaults shared by every
+// such connection were changed instead.
+ZELSTR_API int _ztsqlsetquotedid(void const* const connection, int quotedId);
+
+// Valid PL/SQL versions: 102 to 105, 107 to 110, 120, 130, 140, 150 to 152
+// and 1160 to 1165.  Maximum lengths at least 1.  As _ztsqlsetdefaults.
+ZELSTR_API int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_nMaxName,
+                                  int i_nMaxDbLinkName, char const* allowedAs1st);
+
+// As _ztsqlgetdefaults, for PL/SQL.
+ZELSTR_API int _zplsqlgetdefaults(void const* const connection, int* version, int* maxName,
+                                  int* maxDbLinkName, char const** allowedAs1st);
+
+// Hands out the two 256-entry tables (non-zero for an allowed character) of
+// the characters allowed first and at the other positions of a T-SQL
+// identifier.  There is one pair of tables for every connection: they are
+// built from the settings of the connection that first asks after its
+// settings changed, and handed as they are to the others.  1 for NULL and
+// for a connection with its own settings, 0 for one using the defaults; 0
+// with both tables NULL when a definition cannot be read (with a warning).
+ZELSTR_API int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
+                                                 void const* const connection);
+
+// The same for PL/SQL, with its own pair of tables.
+ZELSTR_API int _zstr_build_plsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
+                                                  void const* const connection);
+
+#endif  // ZELSTR_SQLSETTINGS_H

@@ -1,0 +1,47 @@
+// tsql.h - T-SQL code and names.
+#ifndef ZELSTR_TSQL_H
+#define ZELSTR_TSQL_H
+
+#include "zelstr/dialect.h"
+#include "zelstr/export.h"
+
+// Applies the character map `map` (map.h; typically a lower- or upper-
+// casing map) to T-SQL code in place, leaving alone what is not code:
+// string literals ('...', and "..." when `quotedId` is 0) and comments
+// (-- to the end of the line, /* ... */ with nested pairs) are kept byte
+// for byte; names in square brackets, and in double quotation marks when
+// `quotedId` is non-zero, are mapped.  The N of N'...' and the U of U&'...'
+// keep their upper case when they begin a word.  Nothing happens for NULL
+// or empty code or a NULL map; ZEAL_STR_BAD_MAP leaves the code as it is.
+ZELSTR_API void _zmaptsqlapply(void* map, char* code, int quotedId);
+
+// The T-SQL dialect object: names are checked and delimited according to
+// the settings of its connection (sqlsettings.h).
+class ZELSTR_API CHTSQL : public CHSQL {
+ public:
+  explicit CHTSQL(void const* const connection);
+  CHTSQL(CHTSQL const& other);
+  CHTSQL& operator=(CHTSQL const& other);
+  ~CHTSQL() override;
+
+  // 1 when `name` is shorter than the maximum name length and made of the
+  // characters allowed in a regular identifier; the kind is not used.
+  int IsValidSysName(char const* name, unsigned long kind) const override;
+  // Delimits a name that is not a regular identifier, or is reserved in the
+  // connection's version, with the connection's quotation mark ("..." or
+  // [...], the closing mark doubled inside).  The flags are not used.
+  int DenormalizeId(char* buffer, unsigned long flags) const override;
+  char const* GetDenormalizedId(char const* name, unsigned long flags) const override;
+  // Removes the delimiters of a [...] or "..." name and undoubles its
+  // closing marks (0 when one is not doubled); other names are kept.
+  int NormalizeId(char* buffer, unsigned long kind) const override;
+  char const* GetNormalizedId(char const* name, unsigned long kind) const override;
+  // Qualified names are not handled by this object: 0 or NULL.
+  int DenormalizeQualId(char* buffer, unsigned long flags) const override;
+  char const* GetDenormalizedQualId(char const* name, unsigned long flags) const override;
+  int SplitQualCodeName(char const* name, char*** components, unsigned long flags) const override;
+  // _zistsqlresword(word, version): the version given, not the setting.
+  int IsReservedWord(char const* word, int version) const override;
+};
+
+#endif  // ZELSTR_TSQL_H

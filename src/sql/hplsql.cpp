@@ -1,0 +1,81 @@
+// hplsql.cpp - the PL/SQL dialect object.
+#include <cstring>
+
+#include "sql/delimit.h"
+#include "zelstr/alloc.h"
+#include "zelstr/plsql.h"
+#include "zelstr/reserved.h"
+
+namespace {
+
+// DenormalizeId's request for a second quoting: bit 0x200 with '"' in the
+// low byte.
+bool wants_second_quoting(unsigned long flags) {
+  return (flags & 0x200) != 0 && (flags & 0xFF) == '"';
+}
+
+// A copy of `name` with room for DenormalizeId at worst: quoting doubles
+// each quotation mark and adds two, twice.
+char* roomy_copy(char const* name) {
+  std::size_t quotes = 0;
+  for (char const* p = name; *p != '\0'; ++p) quotes += *p == '"';
+  return _zstrdupalloc(name, static_cast<unsigned>(3 * quotes + 6));
+}
+
+char const* keep_if(char* copy, int result) {
+  if (result == 0) _zstrdupfree(copy);
+  return copy;
+}
+
+}  // namespace
+
+CHPLSQL::CHPLSQL(void const* const connection) : CHSQL(connection, 'P') {}
+CHPLSQL::CHPLSQL(CHPLSQL const& other) = default;
+CHPLSQL& CHPLSQL::operator=(CHPLSQL const& other) = default;
+CHPLSQL::~CHPLSQL() = default;
+
+int CHPLSQL::IsValidSysName(char const* name, unsigned long kind) const {
+  return _zplsqlvalidsysname(nullptr, name, static_cast<int>(kind));
+}
+
+int CHPLSQL::DenormalizeId(char* buffer, unsigned long flags) const {
+  int const result = _zsysname2plsql(nullptr, buffer, 0);
+  // Quoted again even when already quoted: callers rely on it.
+  if (result != 0 && buffer != nullptr && wants_second_quoting(flags)) {
+    zelstr::sql::delimit(buffer, '"', '"');
+  }
+  return result;
+}
+
+char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) const {
+  if (name == nullptr) return nullptr;
+  char* copy = roomy_copy(name);
+  if (copy == nullptr) return nullptr;
+  return keep_if(copy, DenormalizeId(copy, flags));
+}
+
+int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const {
+  return _zplsql2sysname(buffer, static_cast<int>(kind));
+}
+
+char const* CHPLSQL::GetNormalizedId(char const* name, unsigned long kind) const {
+  if (name == nullptr) return nullptr;
+  char* copy = _zstrdupalloc(name, 0);
+  if (copy == nullptr) return nullptr;
+  return keep_if(copy, NormalizeId(copy, kind));
+}
+
+int CHPLSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }
+
+char const* CHPLSQL::GetDenormalizedQualId(char const* /*name*/, unsigned long /*flags*/) const {
+  return nullptr;
+}
+
+int CHPLSQL::SplitQualCodeName(char const* /*name*/, char*** /*components*/,
+                               unsigned long /*flags*/) const {
+  return 0;
+}
+
+int CHPLSQL::IsReservedWord(char const* word, int version) const {
+  return _zisosqlresword(word, version);
+}

@@ -1,0 +1,143 @@
+// plsql_names.cpp - PL/SQL names between source form and system form.
+#include <cstring>
+
+#include "sql/connection_env.h"
+#include "sql/delimit.h"
+#include "sql/report.h"
+#include "sql/versions.h"
+#include "zelstr/alloc.h"
+#include "zelstr/plsql.h"
+#include "zelstr/reserved.h"
+#include "zelstr/sqlsettings.h"
+
+namespace {
+
+using zelstr::frame::Unit;
+namespace msg = zelstr::sql::msg;
+namespace sql = zelstr::sql;
+
+constexpr int kDbLinkName = 2;
+constexpr int kOrdinaryName = 4;
+constexpr int kDigitFirstName = 8;
+
+// Returned for an empty name by the copying conversions.
+char g_empty[1] = "";
+
+bool is_lower(unsigned char c) { return c >= 'a' && c <= 'z'; }
+bool is_digit(unsigned char c) { return c >= '0' && c <= '9'; }
+
+// The PL/SQL character tables for `connection`, or false after the warning
+// whose format is `no_tables_format`.
+bool plsql_tables(void const* connection, unsigned char const*& first, unsigned char const*& others,
+                  char const* no_tables_format) {
+  char* first_table = nullptr;
+  char* others_table = nullptr;
+  _zstr_build_plsql_allowed_charsets(first_table, others_table, connection);
+  if (first_table == nullptr || others_table == nullptr) {
+    sql::warn_format(Unit::connforplsqlstrfncs, __LINE__, no_tables_format,
+                     connection == nullptr ? " default" : "");
+    return false;
+  }
+  first = reinterpret_cast<unsigned char const*>(first_table);
+  others = reinterpret_cast<unsigned char const*>(others_table);
+  return true;
+}
+
+// The characters of a system name of `kind`: the tables, lower case, and
+// what the kind adds.
+bool valid_characters(unsigned char const* name, int kind, unsigned char const* first,
+                      unsigned char const* others) {
+  unsigned char const c0 = name[0];
+  if (!first[c0] && !is_lower(c0) && !(kind == kDigitFirstName && is_digit(c0))) return false;
+  for (unsigned char const* p = name + 1; *p != '\0'; ++p) {
+    if (!others[*p] && !is_lower(*p) && !(kind == kDbLinkName && (*p == '.' || *p == '@'))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Regular in system form: only the tables count, so lower case is not.
+bool is_regular(unsigned char const* name, unsigned char const* first,
+                unsigned char const* others) {
+  if (!first[name[0]]) return false;
+  for (unsigned char const* p = name + 1; *p != '\0'; ++p) {
+    if (!others[*p]) return false;
+  }
+  return true;
+}
+
+std::size_t count_quotes(char const* name) {
+  std::size_t n = 0;
+  for (; *name != '\0'; ++name) n += *name == '"';
+  return n;
+}
+
+}  // namespace
+
+int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName, int kind) {
+  if (i_lpcszSysName == nullptr) {
+    sql::warn(Unit::connforplsqlstrfncs, msg::kPlsqlValidNullName);
+    return 0;
+  }
+  CConnectionEnv const* const settings = CConnectionEnv::FindOrDefault(connection, 'P', nullptr);
+  if (settings == nullptr || *i_lpcszSysName == '\0') return 0;
+  int const limit = kind == kDbLinkName ? settings->m_nMaxDbLinkName : settings->m_nMaxName;
+  if (std::strlen(i_lpcszSysName) >= static_cast<std::size_t>(limit)) return 0;
+  if (kind != kDbLinkName && kind != kOrdinaryName && kind != kDigitFirstName) return 1;
+  unsigned char const* first = nullptr;
+  unsigned char const* others = nullptr;
+  if (!plsql_tables(connection, first, others, msg::kPlsqlValidNoCharsetsFormat)) return 0;
+  return valid_characters(reinterpret_cast<unsigned char const*>(i_lpcszSysName), kind, first,
+                          others)
+             ? 1
+             : 0;
+}
+
+int _zplsqlvalidsysname(char const* i_lpcszSysName, int kind) {
+  return _zplsqlvalidsysname(nullptr, i_lpcszSysName, kind);
+}
+
+int _zplsql2sysname(char* name, int kind) {
+  if (name == nullptr || *name == '\0') return 1;
+  if (name[0] == '"') return zelstr::sql::undelimit(name, '"') ? 1 : 0;
+  _zplsqlstrupper(name);
+  return _zplsqlvalidsysname(nullptr, name, kind == 1 ? kOrdinaryName : kind);
+}
+
+char* _zplsql2sysname(char const* name, int kind) {
+  if (name == nullptr) return nullptr;
+  if (*name == '\0') return g_empty;
+  char* copy = _zstrdupalloc(name, 0);
+  if (copy != nullptr && _zplsql2sysname(copy, kind) == 0) _zstrdupfree(copy);
+  return copy;
+}
+
+int _zsysname2plsql(void const* const connection, char* name, int flags) {
+  if (name == nullptr || *name == '\0') return 1;
+  unsigned char const* first = nullptr;
+  unsigned char const* others = nullptr;
+  if (!plsql_tables(connection, first, others, msg::kSysnameToPlsqlNoCharsetsFormat)) return 0;
+  bool regular = is_regular(reinterpret_cast<unsigned char const*>(name), first, others);
+  bool own = false;
+  CConnectionEnv const* const settings = CConnectionEnv::FindOrDefault(connection, 'P', &own);
+  if (regular && flags == 0 && settings != nullptr && sql::is_plsql_version(settings->m_nVersion) &&
+      _zisosqlresword(name, settings->m_nVersion) != 0) {
+    regular = false;
+  }
+  if (!regular) sql::delimit(name, '"', '"');
+  return own ? 1 : 0;
+}
+
+int _zsysname2plsql(char* name, int flags) { return _zsysname2plsql(nullptr, name, flags); }
+
+char* _zsysname2plsql(void const* const connection, char const* name) {
+  if (name == nullptr) return nullptr;
+  if (*name == '\0') return g_empty;
+  // Room for the surrounding quotation marks and a doubled inner one each.
+  char* copy = _zstrdupalloc(name, static_cast<unsigned>(2 + count_quotes(name)));
+  if (copy != nullptr && _zsysname2plsql(connection, copy, 0) == 0) _zstrdupfree(copy);
+  return copy;
+}
+
+char* _zsysname2plsql(char const* name) { return _zsysname2plsql(nullptr, name); }
