@@ -160,11 +160,13 @@ class TsqlMapper {
   // which the map would change from upper case: put the upper case back
   // when the prefix begins a word.
   void restore_prefix() {
+    constexpr unsigned char kN = 'N';
+    constexpr unsigned char kU = 'U';
     unsigned const b1 = m_back & 0xFF;
     unsigned const b2 = (m_back >> 8) & 0xFF;
     unsigned const b3 = (m_back >> 16) & 0xFF;
-    if (b1 == 'N' && m_table['N'] == 'n' && !kWordChars.at[b2]) m_p[-1] = 'N';
-    if (b1 == '&' && b2 == 'U' && m_table['U'] == 'u' && !kWordChars.at[b3]) m_p[-2] = 'U';
+    if (b1 == kN && m_table[kN] == 'n' && !kWordChars.at[b2]) m_p[-1] = kN;
+    if (b1 == '&' && b2 == kU && m_table[kU] == 'u' && !kWordChars.at[b3]) m_p[-2] = kU;
   }
 
   static unsigned char* find_byte(unsigned char* p, unsigned char c) {

@@ -16,6 +16,10 @@ int run_map(std::span<char* const> args);
 int run_mapfind(std::span<char* const> args);
 int run_grep(std::span<char* const> args);
 int run_findall(std::span<char* const> args);
+int run_sqlcase(std::span<char* const> args);
+int run_resword(std::span<char* const> args);
+int run_sysname(std::span<char* const> args);
+int run_plsqlname(std::span<char* const> args);
 
 namespace {
 
@@ -270,6 +274,23 @@ constexpr Command kCommands[] = {
      "print the byte offset of every occurrence of PATTERN (overlapping ones included, unless "
      "--no-overlap), one a line; -i ignores case",
      run_findall},
+    {"sqlcase", "--lower|--upper [--quoted-id] [FILE|-]",
+     "print the T-SQL code (a file, or standard input) in lower or upper case, its string "
+     "literals and comments kept; --quoted-id makes \"...\" a name (mapped), not a literal",
+     run_sqlcase},
+    {"resword", "--tsql|--oracle VERSION WORD...",
+     "print for each WORD whether it is reserved in the T-SQL or Oracle server VERSION, such as "
+     "15 or 2008 (T-SQL) and 152 (Oracle), as WORD: reserved|not reserved",
+     run_resword},
+    {"sysname", "[--kind KIND] NAME...",
+     "print the system form of each PL/SQL source name: \"...\" loses its quotation marks, a "
+     "regular name is upper-cased and must be valid: an ordinary name (KIND 4, the default), a "
+     "database link (2) or a name that may begin with a digit (8)",
+     run_sysname},
+    {"plsqlname", "NAME...",
+     "print the PL/SQL source form of each system name: delimited by quotation marks when it is "
+     "not a regular upper-case name or is reserved",
+     run_plsqlname},
     {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
 };
 
