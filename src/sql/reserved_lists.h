@@ -10,21 +10,24 @@
 #define ZELSTR_SQL_RESERVED_LISTS_H
 
 #include <cstddef>
+#include <cstdint>
 
 namespace zelstr::sql {
 
 // A sorted list and the index of the first word of each letter: the words
-// beginning with 'A' + i are words[start[i]] to words[start[i + 1] - 1].
+// beginning with 'A' + i are words[start[i]] to words[start[i + 1] - 1],
+// and bit n of lengths[i] is set when one of them has n characters.
 struct WordList {
   char const* const* words;
   unsigned char start[27];
+  std::uint32_t lengths[26];
   std::size_t longest;
 };
 
 template <std::size_t N>
 constexpr WordList make_list(char const* const (&words)[N]) {
   static_assert(N < 256, "a list holds fewer than 256 words");
-  WordList list{words, {}, 0};
+  WordList list{words, {}, {}, 0};
   std::size_t i = 0;
   for (int letter = 0; letter <= 26; ++letter) {
     while (i < N && words[i][0] - 'A' < letter) ++i;
@@ -34,6 +37,7 @@ constexpr WordList make_list(char const* const (&words)[N]) {
     std::size_t n = 0;
     while (word[n] != '\0') ++n;
     if (n > list.longest) list.longest = n;
+    list.lengths[word[0] - 'A'] |= std::uint32_t{1} << n;
   }
   return list;
 }

@@ -2,11 +2,12 @@
 //
 // A version's set is the set of an older version plus one list or a few
 // words (sometimes minus a few words), so each test walks the chain of its
-// version down to a base list, searching one short list per step.  The
-// word is upper-cased once into a local buffer; a word longer than every
-// listed word cannot be reserved.
-#include <cstring>
-#include <initializer_list>
+// version down to a base list, searching one list per step (only the
+// words of the list that share the word's first letter, and only when one
+// of them has the word's length).  The word is compared as if upper-cased,
+// without a copy; its first letter and length alone rule out most words
+// that no version reserves.
+#include <cstdint>
 
 #include "sql/report.h"
 #include "sql/reserved_lists.h"
@@ -26,50 +27,98 @@ static_assert(sql::kTsql4List.longest <= kLongestWord && sql::kTsql6List.longest
                   sql::kOracleThirdList.longest <= kLongestWord,
               "the word buffer holds every listed word");
 
-// A word upper-cased by the C run-time rules (ASCII letters only); `fits`
-// is false when it is longer than any listed word.
-struct UpperWord {
-  char text[kLongestWord + 1];
-  bool fits;
+// The few words the version rules add or remove beside the lists, kept as
+// lists too so that they are searched the same way.
+constexpr char const* kTsql10Added[] = {"COLLATE", "FILE", "FUNCTION", "OPENDATASOURCE", "OPENXML"};
+constexpr char const* kTsql11Added[] = {"IDENTITY_GAP", "JOIN", "MODIFY", "QUIESCE"};
+constexpr char const* kTsql12Removed[] = {"DOUBLE", "PRECISION"};
+constexpr char const* kTsql12Added[] = {"DETERMINISTIC", "FUNC", "FUNCTION", "INOUT",
+                                        "JAR",           "OUT",  "REMOVE",   "RETURNS"};
+constexpr char const* kTsql14Added[] = {"PIVOT", "REVERT", "TABLESAMPLE", "UNPIVOT"};
+constexpr WordList kTsql10AddedList = sql::make_list(kTsql10Added);
+constexpr WordList kTsql11AddedList = sql::make_list(kTsql11Added);
+constexpr WordList kTsql12RemovedList = sql::make_list(kTsql12Removed);
+constexpr WordList kTsql12AddedList = sql::make_list(kTsql12Added);
+constexpr WordList kTsql14AddedList = sql::make_list(kTsql14Added);
 
-  explicit UpperWord(char const* word) : text{}, fits(true) {
+// For each first letter, the lengths (bit n: n characters) of the words
+// any version reserves: most words that no version reserves are told apart
+// by this alone, before any search.
+struct LengthFilter {
+  std::uint32_t lengths[26];
+};
+
+template <std::size_t... N>
+constexpr LengthFilter make_filter(char const* const (&... lists)[N]) {
+  LengthFilter filter{};
+  auto add = [&filter](char const* word) {
     std::size_t n = 0;
-    for (; word[n] != '\0'; ++n) {
-      if (n == kLongestWord) {
-        fits = false;
-        text[0] = '\0';
-        return;
-      }
-      char const c = word[n];
-      text[n] = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+    while (word[n] != '\0') ++n;
+    filter.lengths[word[0] - 'A'] |= std::uint32_t{1} << n;
+  };
+  (..., [&] {
+    for (char const* word : lists) add(word);
+  }());
+  return filter;
+}
+
+constexpr LengthFilter kTsqlFilter =
+    make_filter(sql::kTsql4, sql::kTsql6, sql::kTsql7Added, sql::kTsql8Added, sql::kTsql9Added,
+                kTsql10Added, kTsql11Added, kTsql12Added, kTsql14Added);
+constexpr LengthFilter kOracleFilter =
+    make_filter(sql::kOracleBase, sql::kOracleSecond, sql::kOracleThird);
+
+// Upper case by the C run-time rules: ASCII letters only.
+constexpr unsigned char upper_ascii(unsigned char c) {
+  return (c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 'a' + 'A') : c;
+}
+
+// The word looked for, compared as if upper-cased (the caller's string is
+// only read), and whether it may be reserved at all: a word longer than any
+// listed word, or whose first letter and length no listed word has, is not.
+struct UpperWord {
+  unsigned char const* text;
+  std::size_t length = 0;
+  unsigned letter = 26;  // the upper-cased first letter, 0 for 'A'
+  bool candidate = false;
+
+  UpperWord(char const* word, LengthFilter const& filter)
+      : text(reinterpret_cast<unsigned char const*>(word)) {
+    while (text[length] != '\0') {
+      if (++length > kLongestWord) return;
     }
-    text[n] = '\0';
+    letter = static_cast<unsigned>(upper_ascii(text[0])) - 'A';
+    candidate = letter < 26 && ((filter.lengths[letter] >> length) & 1) != 0;
   }
 };
 
+// Byte order of the word (upper-cased) and a listed word with the same
+// first letter.
+int compare_tails(unsigned char const* word, char const* listed_word) {
+  auto const* b = reinterpret_cast<unsigned char const*>(listed_word) + 1;
+  unsigned char const* a = word + 1;
+  for (; upper_ascii(*a) == *b && *b != '\0'; ++a, ++b) {
+  }
+  return upper_ascii(*a) - *b;
+}
+
 // Binary search among the words of `list` that share the word's first
-// letter.
-bool listed(WordList const& list, char const* word) {
-  unsigned const letter = static_cast<unsigned char>(word[0]) - 'A';
-  if (letter >= 26) return false;
+// letter (an upper-case letter: UpperWord made sure), unless none of them
+// has the word's length.
+bool listed(WordList const& list, UpperWord const& word) {
+  unsigned const letter = word.letter;
+  if (((list.lengths[letter] >> word.length) & 1) == 0) return false;
   int lo = list.start[letter];
   int hi = list.start[letter + 1] - 1;
   while (lo <= hi) {
     int const mid = (lo + hi) / 2;
-    int const order = std::strcmp(word + 1, list.words[mid] + 1);
+    int const order = compare_tails(word.text, list.words[mid]);
     if (order == 0) return true;
     if (order < 0) {
       hi = mid - 1;
     } else {
       lo = mid + 1;
     }
-  }
-  return false;
-}
-
-bool one_of(char const* word, std::initializer_list<char const*> words) {
-  for (char const* w : words) {
-    if (std::strcmp(word, w) == 0) return true;
   }
   return false;
 }
@@ -84,7 +133,7 @@ int short_tsql_version(int version) {
 bool is_handled_tsql(int version) { return version == 4 || (version >= 6 && version <= 17); }
 
 // `word` (upper case) is reserved in the short T-SQL version `version`.
-bool tsql_reserved(char const* word, int version) {
+bool tsql_reserved(UpperWord const& word, int version) {
   switch (version) {
     case 4:
       return listed(sql::kTsql4List, word);
@@ -98,19 +147,17 @@ bool tsql_reserved(char const* word, int version) {
       return tsql_reserved(word, 6) || listed(sql::kTsql9AddedList, word);
     case 10:
       if (listed(sql::kTsql10RemovedList, word)) return false;
-      return tsql_reserved(word, 8) ||
-             one_of(word, {"COLLATE", "FILE", "FUNCTION", "OPENDATASOURCE", "OPENXML"});
+      return tsql_reserved(word, 8) || listed(kTsql10AddedList, word);
     case 11:
-      return tsql_reserved(word, 9) || one_of(word, {"IDENTITY_GAP", "JOIN", "MODIFY", "QUIESCE"});
+      return tsql_reserved(word, 9) || listed(kTsql11AddedList, word);
     case 12:
     case 13:
-      if (one_of(word, {"DOUBLE", "PRECISION"})) return false;
-      return tsql_reserved(word, 11) || one_of(word, {"DETERMINISTIC", "FUNC", "FUNCTION", "INOUT",
-                                                      "JAR", "OUT", "REMOVE", "RETURNS"});
+      if (listed(kTsql12RemovedList, word)) return false;
+      return tsql_reserved(word, 11) || listed(kTsql12AddedList, word);
     case 14:
     case 16:
     case 17:
-      return tsql_reserved(word, 10) || one_of(word, {"PIVOT", "REVERT", "UNPIVOT", "TABLESAMPLE"});
+      return tsql_reserved(word, 10) || listed(kTsql14AddedList, word);
     case 15:
       return tsql_reserved(word, 12);
     default:
@@ -142,7 +189,7 @@ bool is_handled_oracle(int version) {
 }
 
 // `word` (upper case) is reserved in the handled Oracle version `version`.
-bool oracle_reserved(char const* word, int version) {
+bool oracle_reserved(UpperWord const& word, int version) {
   switch (version) {
     case 102:
     case 110:
@@ -168,8 +215,8 @@ int _zistsqlresword(char const* word, int version) {
                      version);
     return 0;
   }
-  UpperWord const upper(word);
-  return upper.fits && tsql_reserved(upper.text, short_version) ? 1 : 0;
+  UpperWord const upper(word, kTsqlFilter);
+  return upper.candidate && tsql_reserved(upper, short_version) ? 1 : 0;
 }
 
 int _zisosqlresword(char const* word, int version) {
@@ -178,6 +225,6 @@ int _zisosqlresword(char const* word, int version) {
     return 0;
   }
   if (word == nullptr) return 0;  // the empty word: never listed
-  UpperWord const upper(word);
-  return upper.fits && oracle_reserved(upper.text, version) ? 1 : 0;
+  UpperWord const upper(word, kOracleFilter);
+  return upper.candidate && oracle_reserved(upper, version) ? 1 : 0;
 }
