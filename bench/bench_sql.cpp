@@ -21,10 +21,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -45,33 +42,13 @@ namespace {
 using benchmark::State;
 using zelstr::bench::Dialect;
 
-// The scripts of one corpus folder, in name order, joined by newlines,
-// without NUL bytes (one script is UTF-16); empty when the folder is missing.
-std::string scripts(char const* folder) {
-  std::filesystem::path const dir = std::filesystem::path(ZELSTR_CORPUS_DIR) / folder;
-  if (!std::filesystem::exists(dir)) return {};
-  std::vector<std::filesystem::path> files;
-  for (auto const& entry : std::filesystem::directory_iterator(dir)) files.push_back(entry.path());
-  std::sort(files.begin(), files.end());
-  std::string all;
-  for (auto const& f : files) {
-    std::ifstream in(f, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    all += ss.str();
-    all += '\n';
-  }
-  all.erase(std::remove(all.begin(), all.end(), '\0'), all.end());
-  return all;
-}
-
 std::string const& tsql_text() {
-  static std::string const text = scripts("tsql");
+  static std::string const text = zelstr::bench::sql_scripts("tsql");
   return text;
 }
 
 std::string const& plsql_text() {
-  static std::string const text = scripts("plsql");
+  static std::string const text = zelstr::bench::sql_scripts("plsql");
   return text;
 }
 

@@ -12,16 +12,13 @@
 
 namespace zelstr::bench {
 
-std::string sql_corpus() {
-  std::string all;
-  std::filesystem::path const root = ZELSTR_CORPUS_DIR;
+std::string sql_scripts(char const* folder) {
+  std::filesystem::path const dir = std::filesystem::path(ZELSTR_CORPUS_DIR) / folder;
+  if (!std::filesystem::exists(dir)) return {};
   std::vector<std::filesystem::path> files;
-  for (auto const& dir : {root / "tsql", root / "plsql"}) {
-    if (!std::filesystem::exists(dir)) continue;
-    for (auto const& entry : std::filesystem::directory_iterator(dir))
-      files.push_back(entry.path());
-  }
+  for (auto const& entry : std::filesystem::directory_iterator(dir)) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
+  std::string all;
   for (auto const& f : files) {
     std::ifstream in(f, std::ios::binary);
     std::stringstream ss;
@@ -32,6 +29,8 @@ std::string sql_corpus() {
   all.erase(std::remove(all.begin(), all.end(), '\0'), all.end());  // one UTF-16 file
   return all;
 }
+
+std::string sql_corpus() { return sql_scripts("plsql") + sql_scripts("tsql"); }
 
 std::string const& sql_megabyte() {
   static std::string const text = [] {

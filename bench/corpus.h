@@ -6,8 +6,12 @@
 
 namespace zelstr::bench {
 
-// Every script under ZELSTR_CORPUS_DIR (tsql/, then plsql/), in name order,
-// joined by newlines, without NUL bytes; empty when the folder is missing.
+// The scripts of one folder of ZELSTR_CORPUS_DIR ("tsql" or "plsql"), in
+// name order, each followed by a newline, without NUL bytes; empty when the
+// folder is missing.
+std::string sql_scripts(char const* folder);
+
+// The scripts of both folders: plsql/, then tsql/.
 std::string sql_corpus();
 
 // The first megabyte of sql_corpus(), read once (shorter when the corpus

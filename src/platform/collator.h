@@ -11,11 +11,13 @@
 
 namespace zelstr::platform {
 
+// Fills `upper` with the upper case of each character of the code page, as
+// the system decides it (the system-specific part).
+void code_page_upper_case(unsigned char (&upper)[256]);
+
 class SourceCodeCollator {
  public:
-  explicit SourceCodeCollator(unsigned char const (&upper)[256]) {
-    for (int c = 0; c < 256; ++c) m_upper[c] = upper[c];
-  }
+  SourceCodeCollator() { code_page_upper_case(m_upper); }
 
   // Upper-cases `text` in place.
   void to_upper(char* text) const {
@@ -24,15 +26,16 @@ class SourceCodeCollator {
     }
   }
 
-  unsigned char upper(unsigned char c) const { return m_upper[c]; }
-
  private:
   unsigned char m_upper[256];
 };
 
 // The collator of the server selected by `language` (9: Oracle), obtained
 // the first time it is asked for and kept for the life of the process.
-SourceCodeCollator const& source_code_collator(int language);
+inline SourceCodeCollator const& source_code_collator(int /*language*/) {
+  static SourceCodeCollator const collator;
+  return collator;
+}
 
 }  // namespace zelstr::platform
 

@@ -72,7 +72,7 @@ CConnectionEnv::CConnectionEnv(void const* connection, int version, int maxName,
       m_bQuotedId(quotedId),
       m_bBracketedId(bracketedId),
       m_cDefltQuote(defltQuote) {
-  ComputeCharsetsFor1stAndNthChars(allowedAs1st);
+  Redefine(allowedAs1st);
   Append();
 }
 
@@ -83,14 +83,18 @@ CConnectionEnv::CConnectionEnv(void const* connection, int version, int maxName,
       m_nVersion(version),
       m_nMaxName(maxName),
       m_nMaxDbLinkName(maxDbLinkName) {
-  ComputeCharsetsFor1stAndNthChars(allowedAs1st);
+  Redefine(allowedAs1st);
   Append();
 }
 
 CConnectionEnv::~CConnectionEnv() { FreeDefinitions(); }
 
-void CConnectionEnv::Append() {
+void CConnectionEnv::Redefine(char const* allowedAs1st) {
+  ComputeCharsetsFor1stAndNthChars(allowedAs1st);
   m_bCharsetsBuilt = 0;
+}
+
+void CConnectionEnv::Append() {
   m_pPrev = m_pLast;
   if (m_pLast != nullptr) {
     m_pLast->m_pNext = this;

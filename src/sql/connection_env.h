@@ -58,6 +58,9 @@ class CConnectionEnv {
   // definition adds the digits and "$" (and "_#" for PL/SQL).
   void ComputeCharsetsFor1stAndNthChars(char const* definition);
 
+  // New definitions: the character tables must be built again from them.
+  void Redefine(char const* allowedAs1st);
+
   CConnectionEnv* m_pNext = nullptr;
   CConnectionEnv* m_pPrev = nullptr;
   void const* m_pConnection;

@@ -1,7 +1,7 @@
 // hplsql.cpp - the PL/SQL dialect object.
 #include <cstring>
 
-#include "sql/delimit.h"
+#include "sql/names.h"
 #include "zelstr/alloc.h"
 #include "zelstr/plsql.h"
 #include "zelstr/reserved.h"
@@ -17,14 +17,7 @@ bool wants_second_quoting(unsigned long flags) {
 // A copy of `name` with room for DenormalizeId at worst: quoting doubles
 // each quotation mark and adds two, twice.
 char* roomy_copy(char const* name) {
-  std::size_t quotes = 0;
-  for (char const* p = name; *p != '\0'; ++p) quotes += *p == '"';
-  return _zstrdupalloc(name, static_cast<unsigned>(3 * quotes + 6));
-}
-
-char const* keep_if(char* copy, int result) {
-  if (result == 0) _zstrdupfree(copy);
-  return copy;
+  return _zstrdupalloc(name, static_cast<unsigned>(3 * zelstr::sql::count_of(name, '"') + 6));
 }
 
 }  // namespace
@@ -51,7 +44,7 @@ char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) co
   if (name == nullptr) return nullptr;
   char* copy = roomy_copy(name);
   if (copy == nullptr) return nullptr;
-  return keep_if(copy, DenormalizeId(copy, flags));
+  return zelstr::sql::kept_if(copy, DenormalizeId(copy, flags));
 }
 
 int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const {
@@ -62,7 +55,7 @@ char const* CHPLSQL::GetNormalizedId(char const* name, unsigned long kind) const
   if (name == nullptr) return nullptr;
   char* copy = _zstrdupalloc(name, 0);
   if (copy == nullptr) return nullptr;
-  return keep_if(copy, NormalizeId(copy, kind));
+  return zelstr::sql::kept_if(copy, NormalizeId(copy, kind));
 }
 
 int CHPLSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }

@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "sql/connection_env.h"
-#include "sql/delimit.h"
+#include "sql/names.h"
 #include "sql/versions.h"
 #include "zelstr/alloc.h"
 #include "zelstr/reserved.h"
@@ -14,20 +14,12 @@ namespace {
 // The closing mark that goes with an opening one.
 char closing(char open) { return open == '[' ? ']' : '"'; }
 
-bool is_regular(unsigned char const* name, void const* connection) {
+// A regular identifier under the T-SQL character tables of `connection`.
+bool is_regular(char const* name, void const* connection) {
   char* first = nullptr;
   char* others = nullptr;
   _zstr_build_tsql_allowed_charsets(first, others, connection);
-  if (first == nullptr || others == nullptr || !first[name[0]]) return false;
-  for (unsigned char const* p = name + 1; *p != '\0'; ++p) {
-    if (!others[*p]) return false;
-  }
-  return true;
-}
-
-char const* keep_if(char* copy, int result) {
-  if (result == 0) _zstrdupfree(copy);
-  return copy;
+  return first != nullptr && others != nullptr && zelstr::sql::is_regular(name, first, others);
 }
 
 }  // namespace
@@ -44,7 +36,7 @@ int CHTSQL::IsValidSysName(char const* name, unsigned long /*kind*/) const {
   if (settings == nullptr || std::strlen(name) >= static_cast<std::size_t>(settings->m_nMaxName)) {
     return 0;
   }
-  return is_regular(reinterpret_cast<unsigned char const*>(name), GetConnection()) ? 1 : 0;
+  return is_regular(name, GetConnection()) ? 1 : 0;
 }
 
 int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const {
@@ -54,7 +46,7 @@ int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const {
   if (settings == nullptr) return 0;
   bool const reserved = zelstr::sql::is_tsql_version(settings->m_nVersion) &&
                         _zistsqlresword(buffer, settings->m_nVersion) != 0;
-  if (reserved || !is_regular(reinterpret_cast<unsigned char const*>(buffer), GetConnection())) {
+  if (reserved || !is_regular(buffer, GetConnection())) {
     char const open = settings->m_cDefltQuote == '[' ? '[' : '"';
     zelstr::sql::delimit(buffer, open, closing(open));
   }
@@ -63,11 +55,11 @@ int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const {
 
 char const* CHTSQL::GetDenormalizedId(char const* name, unsigned long flags) const {
   if (name == nullptr) return nullptr;
-  std::size_t closes = 0;
-  for (char const* p = name; *p != '\0'; ++p) closes += *p == ']' || *p == '"';
+  // Room for the delimiters and a doubled closing mark of either kind.
+  std::size_t const closes = zelstr::sql::count_of(name, ']') + zelstr::sql::count_of(name, '"');
   char* copy = _zstrdupalloc(name, static_cast<unsigned>(closes + 2));
   if (copy == nullptr) return nullptr;
-  return keep_if(copy, DenormalizeId(copy, flags));
+  return zelstr::sql::kept_if(copy, DenormalizeId(copy, flags));
 }
 
 int CHTSQL::NormalizeId(char* buffer, unsigned long /*kind*/) const {
@@ -80,7 +72,7 @@ char const* CHTSQL::GetNormalizedId(char const* name, unsigned long kind) const 
   if (name == nullptr) return nullptr;
   char* copy = _zstrdupalloc(name, 0);
   if (copy == nullptr) return nullptr;
-  return keep_if(copy, NormalizeId(copy, kind));
+  return zelstr::sql::kept_if(copy, NormalizeId(copy, kind));
 }
 
 int CHTSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }

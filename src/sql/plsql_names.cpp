@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "sql/connection_env.h"
-#include "sql/delimit.h"
+#include "sql/names.h"
 #include "sql/report.h"
 #include "sql/versions.h"
 #include "zelstr/alloc.h"
@@ -28,49 +28,26 @@ bool is_digit(unsigned char c) { return c >= '0' && c <= '9'; }
 
 // The PL/SQL character tables for `connection`, or false after the warning
 // whose format is `no_tables_format`.
-bool plsql_tables(void const* connection, unsigned char const*& first, unsigned char const*& others,
+bool plsql_tables(void const* connection, char*& first, char*& others,
                   char const* no_tables_format) {
-  char* first_table = nullptr;
-  char* others_table = nullptr;
-  _zstr_build_plsql_allowed_charsets(first_table, others_table, connection);
-  if (first_table == nullptr || others_table == nullptr) {
-    sql::warn_format(Unit::connforplsqlstrfncs, __LINE__, no_tables_format,
-                     connection == nullptr ? " default" : "");
-    return false;
-  }
-  first = reinterpret_cast<unsigned char const*>(first_table);
-  others = reinterpret_cast<unsigned char const*>(others_table);
-  return true;
+  _zstr_build_plsql_allowed_charsets(first, others, connection);
+  if (first != nullptr && others != nullptr) return true;
+  sql::warn_format(Unit::connforplsqlstrfncs, __LINE__, no_tables_format,
+                   connection == nullptr ? " default" : "");
+  return false;
 }
 
 // The characters of a system name of `kind`: the tables, lower case, and
 // what the kind adds.
-bool valid_characters(unsigned char const* name, int kind, unsigned char const* first,
-                      unsigned char const* others) {
-  unsigned char const c0 = name[0];
-  if (!first[c0] && !is_lower(c0) && !(kind == kDigitFirstName && is_digit(c0))) return false;
-  for (unsigned char const* p = name + 1; *p != '\0'; ++p) {
+bool valid_characters(char const* name, int kind, char const* first, char const* others) {
+  auto const* p = reinterpret_cast<unsigned char const*>(name);
+  if (!first[*p] && !is_lower(*p) && !(kind == kDigitFirstName && is_digit(*p))) return false;
+  for (++p; *p != '\0'; ++p) {
     if (!others[*p] && !is_lower(*p) && !(kind == kDbLinkName && (*p == '.' || *p == '@'))) {
       return false;
     }
   }
   return true;
-}
-
-// Regular in system form: only the tables count, so lower case is not.
-bool is_regular(unsigned char const* name, unsigned char const* first,
-                unsigned char const* others) {
-  if (!first[name[0]]) return false;
-  for (unsigned char const* p = name + 1; *p != '\0'; ++p) {
-    if (!others[*p]) return false;
-  }
-  return true;
-}
-
-std::size_t count_quotes(char const* name) {
-  std::size_t n = 0;
-  for (; *name != '\0'; ++name) n += *name == '"';
-  return n;
 }
 
 }  // namespace
@@ -85,13 +62,10 @@ int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName
   int const limit = kind == kDbLinkName ? settings->m_nMaxDbLinkName : settings->m_nMaxName;
   if (std::strlen(i_lpcszSysName) >= static_cast<std::size_t>(limit)) return 0;
   if (kind != kDbLinkName && kind != kOrdinaryName && kind != kDigitFirstName) return 1;
-  unsigned char const* first = nullptr;
-  unsigned char const* others = nullptr;
+  char* first = nullptr;
+  char* others = nullptr;
   if (!plsql_tables(connection, first, others, msg::kPlsqlValidNoCharsetsFormat)) return 0;
-  return valid_characters(reinterpret_cast<unsigned char const*>(i_lpcszSysName), kind, first,
-                          others)
-             ? 1
-             : 0;
+  return valid_characters(i_lpcszSysName, kind, first, others) ? 1 : 0;
 }
 
 int _zplsqlvalidsysname(char const* i_lpcszSysName, int kind) {
@@ -115,10 +89,11 @@ char* _zplsql2sysname(char const* name, int kind) {
 
 int _zsysname2plsql(void const* const connection, char* name, int flags) {
   if (name == nullptr || *name == '\0') return 1;
-  unsigned char const* first = nullptr;
-  unsigned char const* others = nullptr;
+  char* first = nullptr;
+  char* others = nullptr;
   if (!plsql_tables(connection, first, others, msg::kSysnameToPlsqlNoCharsetsFormat)) return 0;
-  bool regular = is_regular(reinterpret_cast<unsigned char const*>(name), first, others);
+  // Only the tables count here, so a lower-case letter is not regular.
+  bool regular = sql::is_regular(name, first, others);
   bool own = false;
   CConnectionEnv const* const settings = CConnectionEnv::FindOrDefault(connection, 'P', &own);
   if (regular && flags == 0 && settings != nullptr && sql::is_plsql_version(settings->m_nVersion) &&
@@ -135,7 +110,7 @@ char* _zsysname2plsql(void const* const connection, char const* name) {
   if (name == nullptr) return nullptr;
   if (*name == '\0') return g_empty;
   // Room for the surrounding quotation marks and a doubled inner one each.
-  char* copy = _zstrdupalloc(name, static_cast<unsigned>(2 + count_quotes(name)));
+  char* copy = _zstrdupalloc(name, static_cast<unsigned>(2 + sql::count_of(name, '"')));
   if (copy != nullptr && _zsysname2plsql(connection, copy, 0) == 0) _zstrdupfree(copy);
   return copy;
 }

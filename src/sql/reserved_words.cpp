@@ -11,6 +11,7 @@
 
 #include "sql/report.h"
 #include "sql/reserved_lists.h"
+#include "sql/versions.h"
 #include "zelstr/reserved.h"
 
 namespace {
@@ -165,29 +166,6 @@ bool tsql_reserved(UpperWord const& word, int version) {
   }
 }
 
-bool is_handled_oracle(int version) {
-  switch (version) {
-    case 102:
-    case 110:
-    case 103:
-    case 120:
-    case 1160:
-    case 104:
-    case 105:
-    case 107:
-    case 108:
-    case 109:
-    case 130:
-    case 140:
-    case 150:
-    case 151:
-    case 152:
-      return true;
-    default:
-      return version >= 1161 && version <= 1165;
-  }
-}
-
 // `word` (upper case) is reserved in the handled Oracle version `version`.
 bool oracle_reserved(UpperWord const& word, int version) {
   switch (version) {
@@ -220,7 +198,7 @@ int _zistsqlresword(char const* word, int version) {
 }
 
 int _zisosqlresword(char const* word, int version) {
-  if (!is_handled_oracle(version)) {
+  if (!sql::is_plsql_version(version)) {
     sql::warn_format(Unit::zelstroraclefnc, __LINE__, msg::kOsqlResWordBadVersionFormat, version);
     return 0;
   }

@@ -55,8 +55,7 @@ int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nM
   entry->m_bQuotedId = quotedId;
   entry->m_bBracketedId = bracketedId;
   entry->m_cDefltQuote = i_cDefltQuote;
-  entry->ComputeCharsetsFor1stAndNthChars(allowedAs1st);
-  entry->m_bCharsetsBuilt = 0;
+  entry->Redefine(allowedAs1st);
   return 1;
 }
 
@@ -106,8 +105,7 @@ int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_
   entry->m_nVersion = i_nPlSqlVersion;
   entry->m_nMaxName = i_nMaxName;
   entry->m_nMaxDbLinkName = i_nMaxDbLinkName;
-  entry->ComputeCharsetsFor1stAndNthChars(allowedAs1st);
-  entry->m_bCharsetsBuilt = 0;
+  entry->Redefine(allowedAs1st);
   return 1;
 }
 

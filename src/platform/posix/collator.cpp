@@ -25,8 +25,9 @@ unsigned char upper_of(UConverter* cp1252, unsigned char c) {
   return static_cast<unsigned char>(out[0]);
 }
 
-SourceCodeCollator make_oracle_collator() {
-  unsigned char upper[256];
+}  // namespace
+
+void code_page_upper_case(unsigned char (&upper)[256]) {
   for (int c = 0; c < 256; ++c) upper[c] = static_cast<unsigned char>(c);
   UErrorCode error = U_ZERO_ERROR;
   UConverter* const cp1252 = ucnv_open("windows-1252", &error);
@@ -42,14 +43,6 @@ SourceCodeCollator make_oracle_collator() {
     for (int c = 'a'; c <= 'z'; ++c) upper[c] = static_cast<unsigned char>(c - 'a' + 'A');
   }
   if (cp1252 != nullptr) ucnv_close(cp1252);
-  return SourceCodeCollator(upper);
-}
-
-}  // namespace
-
-SourceCodeCollator const& source_code_collator(int /*language*/) {
-  static SourceCodeCollator const collator = make_oracle_collator();
-  return collator;
 }
 
 }  // namespace zelstr::platform

@@ -28,18 +28,11 @@ unsigned char upper_of(unsigned char c) {
   return static_cast<unsigned char>(out);
 }
 
-SourceCodeCollator make_oracle_collator() {
-  unsigned char upper[256];
-  upper[0] = 0;
-  for (int c = 1; c < 256; ++c) upper[c] = upper_of(static_cast<unsigned char>(c));
-  return SourceCodeCollator(upper);
-}
-
 }  // namespace
 
-SourceCodeCollator const& source_code_collator(int /*language*/) {
-  static SourceCodeCollator const collator = make_oracle_collator();
-  return collator;
+void code_page_upper_case(unsigned char (&upper)[256]) {
+  upper[0] = 0;
+  for (int c = 1; c < 256; ++c) upper[c] = upper_of(static_cast<unsigned char>(c));
 }
 
 }  // namespace zelstr::platform

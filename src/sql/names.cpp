@@ -1,7 +1,9 @@
-// delimit.cpp - delimiting names in place, and undoing it.
-#include "sql/delimit.h"
+// names.cpp - delimiting names, testing them, handing out copies.
+#include "sql/names.h"
 
 #include <cstring>
+
+#include "zelstr/alloc.h"
 
 namespace zelstr::sql {
 
@@ -41,6 +43,26 @@ bool undelimit(char* name, char close) {
   }
   name[to] = '\0';
   return all_doubled;
+}
+
+std::size_t count_of(char const* name, char c) {
+  std::size_t n = 0;
+  for (; *name != '\0'; ++name) n += *name == c;
+  return n;
+}
+
+bool is_regular(char const* name, char const* first, char const* others) {
+  auto const* p = reinterpret_cast<unsigned char const*>(name);
+  if (first[*p] == 0) return false;
+  for (++p; *p != '\0'; ++p) {
+    if (others[*p] == 0) return false;
+  }
+  return true;
+}
+
+char const* kept_if(char* copy, int result) {
+  if (result == 0) _zstrdupfree(copy);
+  return copy;
 }
 
 }  // namespace zelstr::sql
