@@ -2,9 +2,9 @@
 //   tsqlres.v17,  _zistsqlresword on every identifier of the T-SQL scripts
 //   tsqlres.v15   ([A-Za-z_][A-Za-z0-9_]*, each occurrence, in order),
 //                 beside a std::unordered_set of the version's words (the
-//                 word upper-cased into a local buffer first, as the library
-//                 does) and a gperf perfect hash of the same words (its
-//                 case-insensitive form: no copy at all)
+//                 word upper-cased into a local buffer first) and a gperf
+//                 perfect hash of the same words (its case-insensitive
+//                 form: no copy at all)
 //   osqlres.v152  the same for _zisosqlresword on the PL/SQL scripts
 //   tsqlmap       _zmaptsqlapply with a lower-casing map over the T-SQL
 //                 scripts, beside a bare table-translate loop over the same

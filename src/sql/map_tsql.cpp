@@ -10,7 +10,10 @@
 // The national and Unicode string prefixes N'...' and U&'...' keep their
 // case: when a literal opens, the original characters just before it are
 // looked at, so the walk keeps the last three original characters in a
-// small shift register (translation has already overwritten them).
+// small shift register (translation has already overwritten them).  The
+// translation of ordinary characters, most of the work, runs close to a
+// bare table-translate loop; literals and comments are skipped with the C
+// library's byte search.
 #include <cstdint>
 #include <cstring>
 
@@ -101,16 +104,24 @@ class TsqlMapper {
   }
 
  private:
-  // Translates ordinary characters up to the next stop character.
+  // Translates ordinary characters up to the next stop character.  The
+  // translation lags three bytes behind the stop test, so that the last
+  // three originals are still in place when the run ends; they go to the
+  // history and are translated then.  (Shifting every byte into the
+  // history would chain each byte's work to the one before.)
   void translate_run() {
-    unsigned char* p = m_p;
-    std::uint32_t back = m_back;
-    for (unsigned char c = *p; !kStops.at[c]; c = *++p) {
-      back = (back << 8) | c;
-      *p = m_table[c];
+    unsigned char* const start = m_p;
+    unsigned char* p = start;
+    while (p - start < 3 && !kStops.at[*p]) ++p;
+    if (p - start == 3) {
+      for (unsigned char c = *p; !kStops.at[c]; c = *++p) p[-3] = m_table[p[-3]];
+    }
+    unsigned char* q = p - start < 3 ? start : p - 3;
+    for (; q < p; ++q) {
+      m_back = (m_back << 8) | *q;
+      *q = m_table[*q];
     }
     m_p = p;
-    m_back = back;
   }
 
   // Passes over [m_p, end) unchanged.
@@ -118,16 +129,6 @@ class TsqlMapper {
     unsigned char* const from = end - m_p > 3 ? end - 3 : m_p;
     for (unsigned char* p = from; p < end; ++p) {
       m_back = (m_back << 8) | *p;
-    }
-    m_p = end;
-  }
-
-  // Translates [m_p + 1, end): the opening delimiter stays as it is.
-  void translate_until(unsigned char* end) {
-    keep_until(m_p + 1);
-    for (unsigned char* p = m_p; p < end; ++p) {
-      m_back = (m_back << 8) | *p;
-      *p = m_table[*p];
     }
     m_p = end;
   }
@@ -140,20 +141,22 @@ class TsqlMapper {
     keep_until(*close == '\0' ? close : close + 1);
   }
 
-  // A delimited name: translated up to and with its closing delimiter; a
-  // doubled closing delimiter does not close it.
+  // A delimited name: the opening delimiter stays, the rest is translated
+  // up to and with its closing delimiter; a doubled closing delimiter does
+  // not close it.  Afterwards the history need only hold the closing
+  // delimiter: a prefix test looks further back only past an N, U or &.
   void translate_delimited(unsigned char close) {
     unsigned char* p = m_p + 1;
     for (;;) {
-      p = find_byte(p, close);
-      if (*p == '\0') break;
-      if (p[1] != close) {
-        ++p;
-        break;
-      }
-      p += 2;
+      unsigned char const c = *p;
+      if (c == '\0') break;
+      *p++ = m_table[c];
+      if (c != close) continue;
+      if (*p != close) break;
+      *p++ = m_table[close];
     }
-    translate_until(p);
+    m_back = close;
+    m_p = p;
   }
 
   // The original characters before the literal's quote were N, or U and &,
@@ -169,9 +172,12 @@ class TsqlMapper {
     if (b1 == '&' && b2 == kU && m_table[kU] == 'u' && !kWordChars.at[b3]) m_p[-2] = kU;
   }
 
+  // The first `c` at or after `p`, else the terminator.  The C library's
+  // search is much faster than a byte loop over long comments and literals.
   static unsigned char* find_byte(unsigned char* p, unsigned char c) {
-    while (*p != '\0' && *p != c) ++p;
-    return p;
+    char* const s = reinterpret_cast<char*>(p);
+    char* const found = std::strchr(s, c);
+    return reinterpret_cast<unsigned char*>(found != nullptr ? found : s + std::strlen(s));
   }
 
   static unsigned char* find_line_end(unsigned char* p) { return find_byte(p, '\n'); }
@@ -198,7 +204,8 @@ class TsqlMapper {
   unsigned char* m_p;
   bool m_quoted_id;
   // The original characters before m_p: bits 0-7 the one just before, then
-  // the two before it (0 before the start of the code).
+  // the two before it (0 before the start of the code); after a delimited
+  // name, only its closing delimiter.
   std::uint32_t m_back = 0;
 };
 

@@ -1,46 +1,12 @@
 // reserved_lists.h - the reserved-word lists of T-SQL and Oracle SQL.
 //
 // Each list is a constant array of upper-case words (letters, digits and
-// "_") in ascending byte order, searched by binary search.  A version's set
-// is built in code from a few of these lists and a handful of words added
-// or removed (reserved_words.cpp).  So that a search need not start from
-// the whole list, each list carries, computed by the compiler, where the
-// words of each first letter begin.
+// "_") in ascending byte order.  A version's set is built from a few of
+// these lists and a handful of words added or removed (reserved_words.cpp).
 #ifndef ZELSTR_SQL_RESERVED_LISTS_H
 #define ZELSTR_SQL_RESERVED_LISTS_H
 
-#include <cstddef>
-#include <cstdint>
-
 namespace zelstr::sql {
-
-// A sorted list and the index of the first word of each letter: the words
-// beginning with 'A' + i are words[start[i]] to words[start[i + 1] - 1],
-// and bit n of lengths[i] is set when one of them has n characters.
-struct WordList {
-  char const* const* words;
-  unsigned char start[27];
-  std::uint32_t lengths[26];
-  std::size_t longest;
-};
-
-template <std::size_t N>
-constexpr WordList make_list(char const* const (&words)[N]) {
-  static_assert(N < 256, "a list holds fewer than 256 words");
-  WordList list{words, {}, {}, 0};
-  std::size_t i = 0;
-  for (int letter = 0; letter <= 26; ++letter) {
-    while (i < N && words[i][0] - 'A' < letter) ++i;
-    list.start[letter] = static_cast<unsigned char>(i);
-  }
-  for (char const* word : words) {
-    std::size_t n = 0;
-    while (word[n] != '\0') ++n;
-    if (n > list.longest) list.longest = n;
-    list.lengths[word[0] - 'A'] |= std::uint32_t{1} << n;
-  }
-  return list;
-}
 
 // Oracle base list (142 words).
 inline constexpr char const* kOracleBase[] = {
@@ -493,16 +459,6 @@ inline constexpr char const* kTsql10Removed[] = {
     "PRIVILEGES",  "PROCESSEXIT", "REPEATABLE", "SCROLL",      "SERIALIZABLE", "SUM",
     "TAPE",        "TEMP",        "TEMPORARY",  "UNCOMMITTED", "WORK",
 };
-
-inline constexpr WordList kOracleBaseList = make_list(kOracleBase);
-inline constexpr WordList kOracleSecondList = make_list(kOracleSecond);
-inline constexpr WordList kOracleThirdList = make_list(kOracleThird);
-inline constexpr WordList kTsql4List = make_list(kTsql4);
-inline constexpr WordList kTsql6List = make_list(kTsql6);
-inline constexpr WordList kTsql7AddedList = make_list(kTsql7Added);
-inline constexpr WordList kTsql8AddedList = make_list(kTsql8Added);
-inline constexpr WordList kTsql9AddedList = make_list(kTsql9Added);
-inline constexpr WordList kTsql10RemovedList = make_list(kTsql10Removed);
 
 }  // namespace zelstr::sql
 

@@ -23,20 +23,33 @@ using zelstr::test::tsql_sets;
 using zelstr::test::Words;
 namespace sql = zelstr::sql;
 
-// Every listed word, the rules' own words, and a few that no list holds, in
-// upper and lower case.
+// Every listed word, the rules' own words, their near misses (one byte
+// short, one too many, the last byte changed) and a few that no list
+// holds, each in upper, lower and mixed case.
 std::vector<std::string> candidates() {
-  Words all;
+  Words listed;
   for (auto const& sets : {tsql_sets(), oracle_sets()}) {
-    for (auto const& [version, set] : sets) all.insert(set.begin(), set.end());
+    for (auto const& [version, set] : sets) listed.insert(set.begin(), set.end());
   }
-  for (auto const* list : {&sql::kTsql10Removed}) all.insert(std::begin(*list), std::end(*list));
-  for (char const* w :
-       {"A", "ZZZ", "SELECTS", "SELEC", "TABLESAMPLEX", "CURRENT_TIMESTAMP_AND_MORE_TEXT"}) {
+  for (auto const* list : {&sql::kTsql10Removed}) {
+    listed.insert(std::begin(*list), std::end(*list));
+  }
+  Words all = listed;
+  for (std::string const& w : listed) {
+    all.insert(w.substr(0, w.size() - 1));
+    all.insert(w + "_");
+    all.insert(w.substr(0, w.size() - 1) + static_cast<char>(w.back() + 1));
+  }
+  for (char const* w : {"A", "ZZZ", "SELECT\xC9", "CURRENT_TIMESTAMP_AND_MORE",
+                        "ABCDEFGHIJKLMNOPQRSTUVWX", "ABCDEFGHIJKLMNOPQRSTUVWXY"}) {
     all.insert(w);
   }
-  std::vector<std::string> out(all.begin(), all.end());
+  std::vector<std::string> out;
   for (std::string w : all) {
+    out.push_back(w);
+    for (std::size_t i = 0; i < w.size(); i += 2)
+      w[i] = static_cast<char>(std::tolower(static_cast<unsigned char>(w[i])));
+    out.push_back(w);
     std::transform(w.begin(), w.end(), w.begin(), [](unsigned char c) { return std::tolower(c); });
     out.push_back(w);
   }
