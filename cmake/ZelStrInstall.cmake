@@ -23,5 +23,26 @@ install(FILES ${PROJECT_BINARY_DIR}/ZelStr32Config.cmake
               ${PROJECT_BINARY_DIR}/ZelStr32ConfigVersion.cmake
   DESTINATION ${config_dir})
 
+# The -l names are the libraries' output names: on Windows the import
+# libraries are libZelStr32.dll.a and libERRSVC32.dll.a, and a MinGW linker
+# on a case-sensitive file system finds them only by those exact names.
+foreach(library zelstr32 errsvc32)
+  get_target_property(name ${library} OUTPUT_NAME)
+  if(NOT name)
+    set(name ${library})
+  endif()
+  set(ZELSTR_PC_${library} ${name})
+endforeach()
+# The prefix is found from the file's own place, so the package can move.
+file(RELATIVE_PATH ZELSTR_PC_TO_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" ZELSTR_PC_TO_PREFIX ${ZELSTR_PC_TO_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zelstr32.pc.in ${PROJECT_BINARY_DIR}/zelstr32.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zelstr32.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The tool's manual page and bash completion (native builds, where the tool
+# printed them at build time).
+if(ZELSTR_MAN_PAGE)
+  install(FILES ${ZELSTR_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${ZELSTR_BASH_COMPLETION} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME zelstr)
+endif()

@@ -1,333 +1,251 @@
-// commands.cpp - the subcommands that run single library calls.
-#include "tool/commands.h"
-
-#include <cstdio>
-#include <cstdlib>
+// commands.cpp - the command table of the zelstr tool: each subcommand's
+// options, help text and example.  The examples are run by the tool's
+// end-to-end tests, which compare their output with the one shown here.
 #include <cstring>
-#include <string>
 
-#include "errsvc/errsvc.h"
-#include "zelstr/zelstr.h"
+#include "tool/command.h"
 
 namespace zelstr::tool {
 
-int run_demo(std::span<char* const> args);
-int run_map(std::span<char* const> args);
-int run_mapfind(std::span<char* const> args);
-int run_grep(std::span<char* const> args);
-int run_findall(std::span<char* const> args);
-int run_sqlcase(std::span<char* const> args);
-int run_resword(std::span<char* const> args);
-int run_sysname(std::span<char* const> args);
-int run_plsqlname(std::span<char* const> args);
+int run_find(Invocation& inv);
+int run_span(Invocation& inv);
+int run_replace(Invocation& inv);
+int run_trim(Invocation& inv);
+int run_quote(Invocation& inv);
+int run_unquote(Invocation& inv);
+int run_cmp(Invocation& inv);
+int run_map(Invocation& inv);
+int run_grep(Invocation& inv);
+int run_findall(Invocation& inv);
+int run_sqlcase(Invocation& inv);
+int run_resword(Invocation& inv);
+int run_sysname(Invocation& inv);
+int run_plsqlname(Invocation& inv);
+int run_demo(Invocation& inv);
 
 namespace {
 
-void print_record(errsvc::Record const& r) {
-  std::fprintf(stderr, "warning %d (severity %d): %s\n", r.id, r.severity, r.text.c_str());
-}
+constexpr char kLinesFound[] = "0: a line was found; 1: none was";
 
-// cmp [-i] [-n COUNT] A B: the -1/0/+1 comparison of two strings.
-int run_cmp(std::span<char* const> args) {
-  bool insensitive = false;
-  char const* count = nullptr;
-  std::size_t i = 0;
-  for (; i < args.size() && args[i][0] == '-' && args[i][1] != '\0'; ++i) {
-    if (std::strcmp(args[i], "-i") == 0) {
-      insensitive = true;
-    } else if (std::strcmp(args[i], "-n") == 0 && i + 1 < args.size()) {
-      count = args[++i];
-    } else {
-      std::fprintf(stderr, "zelstr cmp: unknown option '%s'\n", args[i]);
-      return kUsageError;
-    }
-  }
-  if (args.size() - i != 2) {
-    std::fprintf(stderr, "usage: zelstr cmp [-i] [-n COUNT] A B\n");
-    return kUsageError;
-  }
-  char const* a = argument(args[i]);
-  char const* b = argument(args[i + 1]);
-  int result;
-  if (count != nullptr) {
-    unsigned long const n = std::strtoul(count, nullptr, 10);
-    result = insensitive ? _zstrnicmp(a, b, n) : _zstrncmp(a, b, n);
-  } else {
-    result = insensitive ? _zstricmp(a, b) : _zstrcmp(a, b);
-  }
-  std::printf("%d\n", result);
-  return 0;
-}
-
-// len S: the length of a string.
-int run_len(std::span<char* const> args) {
-  if (args.size() != 1) {
-    std::fprintf(stderr, "usage: zelstr len S\n");
-    return kUsageError;
-  }
-  std::printf("%u\n", _zstrlen(argument(args[0])));
-  return 0;
-}
-
-// The whole of standard input.
-std::string read_stdin() {
-  std::string text;
-  read_text("-", text);
-  return text;
-}
-
-// find [-i] PATTERN TEXT: the first occurrence ("-" reads the text from
-// standard input).
-int run_find(std::span<char* const> args) {
-  bool const insensitive = !args.empty() && std::strcmp(args[0], "-i") == 0;
-  if (args.size() != (insensitive ? 3u : 2u)) {
-    std::fprintf(stderr, "usage: zelstr find [-i] PATTERN TEXT|-\n");
-    return kUsageError;
-  }
-  char const* const pattern = argument(args[args.size() - 2]);
-  char const* text = argument(args.back());
-  std::string input;
-  if (text != nullptr && std::strcmp(text, "-") == 0) {
-    input = read_stdin();
-    text = input.c_str();
-  }
-  char const* const at = insensitive ? _zstristr(text, pattern) : _zstrstr(text, pattern);
-  if (at == nullptr) {
-    std::printf("not found\n");
-    return 1;
-  }
-  std::printf("found at %ld: %.40s\n", static_cast<long>(at - text), at);
-  return 0;
-}
-
-// span SETDEF [LINE...]: the initial run of each line (or of each line of
-// standard input) made of members of the set.
-int run_span(std::span<char* const> args) {
-  if (args.empty()) {
-    std::fprintf(stderr, "usage: zelstr span SETDEF [LINE...]\n");
-    return kUsageError;
-  }
-  char const* const setdef = argument(args[0]);
-  auto show = [setdef](char const* line) {
-    unsigned const n = _zstrspnex(line, setdef);
-    std::printf("%u\t%.*s\n", n, static_cast<int>(n), line != nullptr ? line : "");
-  };
-  if (args.size() > 1) {
-    for (char* const line : args.subspan(1)) show(argument(line));
-    return 0;
-  }
-  std::string const input = read_stdin();
-  for (std::size_t start = 0; start < input.size();) {
-    std::size_t end = input.find('\n', start);
-    if (end == std::string::npos) end = input.size();
-    std::string line = input.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    show(line.c_str());
-    start = end + 1;
-  }
-  return 0;
-}
-
-// replace [-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE|-]
-int run_replace(std::span<char* const> args) {
-  bool insensitive = false;
-  char const* which = "all";
-  char const* delimiters = nullptr;
-  std::size_t i = 0;
-  auto is_option = [&args](std::size_t k) {
-    return k < args.size() && args[k][0] == '-' && (args[k][1] == '-' || args[k][1] == 'i');
-  };
-  for (; is_option(i); ++i) {
-    if (std::strcmp(args[i], "-i") == 0) {
-      insensitive = true;
-    } else if (std::strcmp(args[i], "--first") == 0 || std::strcmp(args[i], "--last") == 0) {
-      which = args[i] + 2;
-    } else if (std::strcmp(args[i], "--delimiters") == 0 && i + 1 < args.size()) {
-      delimiters = args[++i];
-    } else {
-      std::fprintf(stderr, "zelstr replace: unknown option '%s'\n", args[i]);
-      return kUsageError;
-    }
-  }
-  if (args.size() - i < 2 || args.size() - i > 3) {
-    std::fprintf(stderr,
-                 "usage: zelstr replace [-i] [--first|--last] [--delimiters SETDEF] FROM TO "
-                 "[FILE|-]\n");
-    return kUsageError;
-  }
-  char const* const from = argument(args[i]);
-  char const* const to = argument(args[i + 1]);
-  std::string text;
-  if (!read_text(args.size() - i == 3 ? args[i + 2] : "-", text)) {
-    std::fprintf(stderr, "zelstr replace: cannot read '%s'\n", args[i + 2]);
-    return 1;
-  }
-  text.resize(std::strlen(text.c_str()));  // the library sees up to the first NUL
-  std::size_t const grow = to != nullptr ? std::strlen(to) : 0;
-  std::string buffer = text;
-  buffer.resize(text.size() * (grow > 1 ? grow : 1) + 1, '\0');
-  unsigned long const size = static_cast<unsigned long>(buffer.size() - 1);
-  char* const b = buffer.data();
-  char* result;
-  if (std::strcmp(which, "first") == 0) {
-    result = insensitive ? _zstri1replace(b, from, to, size) : _zstr1replace(b, from, to, size);
-  } else if (std::strcmp(which, "last") == 0) {
-    result = _zstrr1replace(b, from, to, size);
-  } else if (delimiters != nullptr) {
-    result = insensitive ? _zstriNreplaceEx(b, from, to, size, delimiters)
-                         : _zstrNreplaceEx(b, from, to, size, delimiters);
-  } else {
-    result = insensitive ? _zstriNreplace(b, from, to, size) : _zstrNreplace(b, from, to, size);
-  }
-  if (result == nullptr) return 1;
-  std::fputs(result, stdout);
-  return 0;
-}
-
-// trim [--left|--right] [--chars LIST] TEXT
-int run_trim(std::span<char* const> args) {
-  char const* side = "both";
-  char const* chars = nullptr;
-  std::size_t i = 0;
-  for (; i + 1 < args.size(); ++i) {
-    if (std::strcmp(args[i], "--left") == 0 || std::strcmp(args[i], "--right") == 0) {
-      side = args[i] + 2;
-    } else if (std::strcmp(args[i], "--chars") == 0) {
-      chars = args[++i];
-    } else {
-      break;
-    }
-  }
-  if (args.size() - i != 1) {
-    std::fprintf(stderr, "usage: zelstr trim [--left|--right] [--chars LIST] TEXT\n");
-    return kUsageError;
-  }
-  std::string text = args[i];
-  char* const t = text.data();
-  char* result;
-  if (chars != nullptr) {
-    result = side[0] == 'l'   ? _zstrltrimex(t, chars)
-             : side[0] == 'r' ? _zstrrtrimex(t, chars)
-                              : _zstrbtrimex(t, chars);
-  } else {
-    result = side[0] == 'l' ? _zstrltrim(t) : side[0] == 'r' ? _zstrrtrim(t) : _zstrbtrim(t);
-  }
-  std::printf("[%s]\n", result != nullptr ? result : "");
-  return 0;
-}
-
-// quote / unquote [-c CHAR] TEXT
-int run_quoting(std::span<char* const> args, bool unquote) {
-  char quote = '\'';
-  std::size_t i = 0;
-  if (args.size() == 3 && std::strcmp(args[0], "-c") == 0) {
-    quote = args[1][0];
-    i = 2;
-  }
-  if (args.size() - i != 1) {
-    std::fprintf(stderr, "usage: zelstr %s [-c CHAR] TEXT\n", unquote ? "unquote" : "quote");
-    return kUsageError;
-  }
-  char const* const text = argument(args[i]);
-  char const* const result =
-      unquote ? _zstrunquoted(text, quote, nullptr) : _zstrquoted(text, quote);
-  std::printf("%s\n", result != nullptr ? result : "(null)");
-  return 0;
-}
-
-int run_quote(std::span<char* const> args) { return run_quoting(args, false); }
-int run_unquote(std::span<char* const> args) { return run_quoting(args, true); }
+constexpr Option kFindOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"--map", "DEFINITION", "compare through the character map DEFINITION, such as \"A-Z=a-z\""},
+    {"-n", nullptr, "print each line's number first"},
+    {"-c", nullptr, "print only the number of matching lines of each file"},
+};
+constexpr Option kSpanOptions[] = {
+    {"--complement", nullptr, "the initial run of bytes that are not members"},
+};
+constexpr Option kReplaceOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"--first", nullptr, "replace only the first occurrence of each line"},
+    {"--last", nullptr, "replace only the last occurrence of each line"},
+    {"--delimiters", "SETDEF",
+     "replace only occurrences that no member of the set touches on either side"},
+};
+constexpr Option kTrimOptions[] = {
+    {"--left", nullptr, "trim the beginning only"},
+    {"--right", nullptr, "trim the end only"},
+    {"--chars", "LIST", "trim these characters instead of blanks"},
+};
+constexpr Option kQuoteOptions[] = {
+    {"-c", "CHAR", "the quote (default ')"},
+};
+constexpr Option kCmpOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"-n", "COUNT", "compare at most COUNT bytes"},
+};
+constexpr Option kMapOptions[] = {
+    {"--dump", nullptr, "print the bytes the map changes instead of translating"},
+};
+constexpr Option kGrepOptions[] = {
+    {"-o", nullptr, "print only the matched text"},
+    {"-g", "N", "print only what group N of the pattern matched"},
+    {"-n", nullptr, "print each line's number first"},
+    {"-c", nullptr, "print only the number of matching lines of each file"},
+};
+constexpr Option kFindallOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"--no-overlap", nullptr, "skip occurrences that begin inside the one before"},
+};
+constexpr Option kSqlcaseOptions[] = {
+    {"--lower", nullptr, "lower case"},
+    {"--upper", nullptr, "upper case"},
+    {"--quoted-id", nullptr,
+     "text between double quotation marks is a name (mapped), not a literal (QUOTED_IDENTIFIER "
+     "ON)"},
+};
+constexpr Option kReswordOptions[] = {
+    {"--tsql", "VERSION", "a T-SQL version: 4, 6 to 17, or 2004 and 2006 to 2017"},
+    {"--oracle", "VERSION", "an Oracle version, such as 102, 120, 1160 or 152"},
+};
+constexpr Option kSysnameOptions[] = {
+    {"--kind", "KIND",
+     "what the name is: 4 an ordinary name (default), 2 a database link, 8 a name that may "
+     "begin with a digit"},
+};
 
 constexpr Command kCommands[] = {
-    {"cmp", "[-i] [-n COUNT] A B",
-     "compare A and B (-i: ignoring case, -n: at most COUNT bytes); prints -1, 0 or 1", run_cmp},
-    {"len", "S", "print the length of S", run_len},
-    {"find", "[-i] PATTERN TEXT|-",
-     "the first occurrence of PATTERN in TEXT (-: standard input; -i: ignoring case)", run_find},
-    {"span", "SETDEF [LINE...]",
-     "the initial run of each line (default: lines of standard input) made of members of the "
-     "set SETDEF, such as [a-zA-Z_]",
+    {"find",
+     "[-i] [--map DEFINITION] [-n] [-c] PATTERN [FILE...]",
+     "print the lines that contain a string",
+     "Prints each line of the files (or of standard input) that contains PATTERN,\n"
+     "a plain string, compared byte by byte, without case with -i, or through a\n"
+     "character map with --map.  With several files each line begins with its\n"
+     "file's name.\n",
+     kFindOptions,
+     {"printf 'SELECT a\\nFROM dbo.T\\n' | zelstr find -i -n from", "2:FROM dbo.T\n"},
+     kLinesFound,
+     run_find},
+    {"span",
+     "[--complement] SETDEF [FILE...]",
+     "print the initial run of each line made of members of a set",
+     "For each line of the files (or of standard input), prints the length of its\n"
+     "initial run of bytes that are members of the set SETDEF, a tab, and the run.\n"
+     "A set is written as ranges and single characters, such as [a-zA-Z_0-9].\n",
+     kSpanOptions,
+     {"printf 'sp_who2 x\\n2sp\\n' | zelstr span '[a-z_]'", "6\tsp_who\n0\t\n"},
+     "0: a line began with a member; 1: none did",
      run_span},
-    {"replace", "[-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE|-]",
-     "print the text (a file, or standard input) with FROM replaced by TO: every occurrence, "
-     "or the first or last; -i ignores case; --delimiters replaces only occurrences no member "
-     "of the set touches",
+    {"replace",
+     "[-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE...]",
+     "replace a string in each line",
+     "Prints the files (or standard input) with FROM replaced by TO in each line:\n"
+     "every occurrence, or only the first or the last one.\n",
+     kReplaceOptions,
+     {"printf 'select t.id from t\\n' | zelstr replace --delimiters '[a-z_.]' t tab",
+      "select t.id from tab\n"},
+     "0: a line changed; 1: none did",
      run_replace},
-    {"trim", "[--left|--right] [--chars LIST] TEXT",
-     "print TEXT, in brackets, without its leading and/or trailing spaces (or LIST characters)",
+    {"trim",
+     "[--left|--right] [--chars LIST] [FILE...]",
+     "remove blanks (or other characters) around each line",
+     "Prints each line of the files (or of standard input) without its leading and\n"
+     "trailing blanks, or the characters of LIST.\n",
+     kTrimOptions,
+     {"printf '  SELECT 1  \\n' | zelstr trim --left", "SELECT 1  \n"},
+     "0: lines were printed; 1: the input was empty",
      run_trim},
-    {"quote", "[-c CHAR] TEXT", "print TEXT framed by the quote CHAR (default ')", run_quote},
-    {"unquote", "[-c CHAR] TEXT", "print TEXT without its framing quotes", run_unquote},
-    {"map", "DEFINITION [--dump] [FILE|-]",
-     "print the text (a file, or standard input) translated through the map DEFINITION, such "
-     "as \"A-Z=a-z\"; --dump prints the bytes the map changes instead",
+    {"quote",
+     "[-c CHAR] [FILE...]",
+     "frame each line with quotes",
+     "Prints each line of the files (or of standard input) between two quotes.\n"
+     "Quotes inside the line are left as they are; a line longer than 2047 bytes\n"
+     "is cut.\n",
+     kQuoteOptions,
+     {"printf 'dbo.T\\n' | zelstr quote -c '\"'", "\"dbo.T\"\n"},
+     "0: lines were printed; 1: the input was empty",
+     run_quote},
+    {"unquote",
+     "[-c CHAR] [FILE...]",
+     "remove the quotes framing each line",
+     "Prints each line of the files (or of standard input) without the quote that\n"
+     "opens and closes it; a line that is not framed so is printed as it is.\n",
+     kQuoteOptions,
+     {"printf \"'abc'\\nabc\\n\" | zelstr unquote", "abc\nabc\n"},
+     "0: a line was unquoted; 1: none was",
+     run_unquote},
+    {"cmp",
+     "[-i] [-n COUNT] A B",
+     "compare two strings",
+     "Prints -1, 0 or 1 as A sorts before, with or after B, byte by byte\n"
+     "(unsigned).  An argument written (null) is passed as a NULL pointer, to see\n"
+     "the warning it draws with -W.\n",
+     kCmpOptions,
+     {"zelstr cmp -i -n 3 SELx selY", "0\n"},
+     "0: the strings are equal; 1: they differ",
+     run_cmp},
+    {"map",
+     "[--dump] DEFINITION [FILE...]",
+     "translate text through a character map",
+     "Prints the files (or standard input) with each byte translated through the\n"
+     "character map DEFINITION: pairs TARGET=SOURCE of ranges or characters\n"
+     "separated by commas, such as \"a-z=A-Z\" (upper case to lower case).\n",
+     kMapOptions,
+     {"printf 'SELECT 1\\n' | zelstr map 'a-z=A-Z'", "select 1\n"},
+     "0: text was translated; 1: the input was empty",
      run_map},
-    {"mapfind", "DEFINITION PATTERN [FILE|-]",
-     "print the lines holding PATTERN when both are compared through the map DEFINITION, as "
-     "LINE:COLUMN:text",
-     run_mapfind},
-    {"grep", "[-o] [-g N] PATTERN [FILE...]",
-     "print the lines (of the files, or of standard input) that match the regular expression "
-     "PATTERN; -o prints the match, -g N group N",
+    {"grep",
+     "[-o] [-g N] [-n] [-c] PATTERN [FILE...]",
+     "print the lines that match a regular expression",
+     "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
+     "regular expression of the library's engine: alternation |, groups ( ), * + ?,\n"
+     "bracket lists such as [[:alpha:]_].\n",
+     kGrepOptions,
+     {"printf 'EXEC sp_who\\nSELECT 1\\n' | zelstr grep -g 1 'EXEC (sp_[a-z]+)'", "sp_who\n"},
+     kLinesFound,
      run_grep},
-    {"findall", "[-i] [--no-overlap] PATTERN [FILE|-]",
-     "print the byte offset of every occurrence of PATTERN (overlapping ones included, unless "
-     "--no-overlap), one a line; -i ignores case",
+    {"findall",
+     "[-i] [--no-overlap] PATTERN [FILE...]",
+     "print the offset of every occurrence of a string",
+     "Prints the byte offset (from 0) of every occurrence of PATTERN in each file\n"
+     "(or in standard input), overlapping ones included, one a line.\n",
+     kFindallOptions,
+     {"printf 'aaaa' | zelstr findall aa", "0\n1\n2\n"},
+     "0: an occurrence was found; 1: none was",
      run_findall},
-    {"sqlcase", "--lower|--upper [--quoted-id] [FILE|-]",
-     "print the T-SQL code (a file, or standard input) in lower or upper case, its string "
-     "literals and comments kept; --quoted-id makes \"...\" a name (mapped), not a literal",
+    {"sqlcase",
+     "--lower|--upper [--quoted-id] [FILE...]",
+     "put T-SQL code in one case, keeping literals and comments",
+     "Prints the T-SQL code of the files (or of standard input) in lower or upper\n"
+     "case.  String literals ('...', N'...', and \"...\" unless --quoted-id) and\n"
+     "comments (-- and nested /* */) are kept as they are; names in [...] are\n"
+     "mapped.  Code whose literal, comment or name is not closed is printed as\n"
+     "well, with an error.\n",
+     kSqlcaseOptions,
+     {"printf \"SELECT [Name], N'Keep' FROM T -- As Is\\n\" | zelstr sqlcase --lower",
+      "select [name], N'Keep' from t -- As Is\n"},
+     "0: code was printed; 1: the input was empty",
      run_sqlcase},
-    {"resword", "--tsql|--oracle VERSION WORD...",
-     "print for each WORD whether it is reserved in the T-SQL or Oracle server VERSION, such as "
-     "15 or 2008 (T-SQL) and 152 (Oracle), as WORD: reserved|not reserved",
+    {"resword",
+     "--tsql VERSION|--oracle VERSION [WORD...]",
+     "tell whether words are reserved in a server version",
+     "Prints, for each WORD (or each line of standard input), whether it is a\n"
+     "reserved word of the T-SQL or Oracle server VERSION, case-blind.\n",
+     kReswordOptions,
+     {"zelstr resword --tsql 2016 PIVOT name", "PIVOT: reserved\nname: not reserved\n"},
+     "0: a word was reserved; 1: none was",
      run_resword},
-    {"sysname", "[--kind KIND] NAME...",
-     "print the system form of each PL/SQL source name: \"...\" loses its quotation marks, a "
-     "regular name is upper-cased and must be valid: an ordinary name (KIND 4, the default), a "
-     "database link (2) or a name that may begin with a digit (8)",
+    {"sysname",
+     "[--kind KIND] [NAME...]",
+     "convert PL/SQL names to their system form",
+     "Prints the system form of each PL/SQL source NAME (or each line of standard\n"
+     "input): a name in \"...\" loses its quotation marks (doubled ones become\n"
+     "single), a regular name is upper-cased and must be valid.\n",
+     kSysnameOptions,
+     {"zelstr sysname emp '\"Mixed Case\"'", "EMP\nMixed Case\n"},
+     "0: every name was converted; 1: one was not",
      run_sysname},
-    {"plsqlname", "NAME...",
-     "print the PL/SQL source form of each system name: delimited by quotation marks when it is "
-     "not a regular upper-case name or is reserved",
+    {"plsqlname",
+     "[NAME...]",
+     "convert system names to their PL/SQL source form",
+     "Prints the PL/SQL source form of each system NAME (or each line of standard\n"
+     "input): delimited by quotation marks when it is not a regular upper-case\n"
+     "name or is a reserved word.\n",
+     {},
+     {"zelstr plsqlname EMP 'Mixed Case' VARRAY", "EMP\n\"Mixed Case\"\n\"VARRAY\"\n"},
+     "0: every name was converted; 1: one was not",
      run_plsqlname},
-    {"demo", "", "run the built-in example: a tour of the calls with their results", run_demo},
+    {"demo",
+     "",
+     "run the built-in example",
+     "Runs a short tour of the library's calls on SQL-flavoured text and prints\n"
+     "each call with its result, and the warnings that bad arguments draw.\n",
+     {},
+     {"zelstr demo | grep -c warning", "4\n"},
+     "0: the tour ran",
+     run_demo},
 };
 
 }  // namespace
 
 std::span<Command const> commands() { return kCommands; }
 
-char const* argument(char const* text) { return std::strcmp(text, "(null)") == 0 ? nullptr : text; }
-
-void print_warnings_to_stderr() { errsvc::set_sink(print_record); }
-
-std::FILE* open_input(char const* command, char const* name) {
-  if (std::strcmp(name, "-") == 0) return stdin;
-  std::FILE* const f = std::fopen(name, "rb");
-  if (f == nullptr) std::fprintf(stderr, "zelstr %s: cannot read '%s'\n", command, name);
-  return f;
-}
-
-void close_input(std::FILE* in) {
-  if (in != stdin) std::fclose(in);
-}
-
-bool read_line(std::FILE* in, std::string& line) {
-  line.clear();
-  int c;
-  while ((c = std::fgetc(in)) != EOF && c != '\n') line += static_cast<char>(c);
-  return c != EOF || !line.empty();
-}
-
-// Reads the whole input: a file, or standard input for "-".
-bool read_text(char const* arg, std::string& text) {
-  std::FILE* const in = std::strcmp(arg, "-") == 0 ? stdin : std::fopen(arg, "rb");
-  if (in == nullptr) return false;
-  char buffer[65536];
-  for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, in)) > 0;) text.append(buffer, n);
-  close_input(in);
-  return true;
+Command const* find_command(char const* name) {
+  for (Command const& c : kCommands) {
+    if (std::strcmp(c.name, name) == 0) return &c;
+  }
+  return nullptr;
 }
 
 }  // namespace zelstr::tool

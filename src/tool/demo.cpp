@@ -5,7 +5,7 @@
 #include <span>
 
 #include "errsvc/errsvc.h"
-#include "tool/commands.h"
+#include "tool/invocation.h"
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
@@ -28,7 +28,7 @@ void show(char const* call, long result) { std::printf("%-52s = %ld\n", call, re
 
 }  // namespace
 
-int run_demo(std::span<char* const> /*args*/) {
+int run_demo(Invocation& /*invocation*/) {
   errsvc::Sink const previous = errsvc::set_sink(print_indented_record);
   char const* const query = "SELECT name FROM sys.objects WHERE type = 'U'";
   char buffer[128];

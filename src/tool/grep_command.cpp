@@ -1,87 +1,80 @@
-// grep_command.cpp - the grep subcommand: lines matching a regular
-// expression of the library's engine, read line by line.
+// grep_command.cpp - the grep subcommand: the lines that match a regular
+// expression of the library's engine, read a line at a time.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
 
-#include "tool/commands.h"
+#include "tool/input.h"
+#include "tool/text_tools.h"
 #include "zelstr/regex.h"
 
 namespace zelstr::tool {
 namespace {
 
-struct GrepOptions {
-  bool only_match = false;  // -o: the match instead of the line
-  int group = 0;            // -g N: group N instead of the whole match
+// A compiled expression, released on the way out.
+class Expression {
+ public:
+  explicit Expression(char const* pattern) : m_re(Tcl_RegExpCompile(pattern)) {}
+  ~Expression() {
+    if (m_re != nullptr) Tcl_DeleteInterp(m_re);
+  }
+  Expression(Expression const&) = delete;
+  Expression& operator=(Expression const&) = delete;
+  Tcl_RegExp_* get() const { return m_re; }
+
+ private:
+  Tcl_RegExp_* m_re;
 };
 
-// Prints what `options` ask of each matching line of `in`; true when a line
-// matched.  NUL bytes end a line for the engine.
-bool grep_stream(Tcl_RegExp_* re, std::FILE* in, GrepOptions const& options) {
-  bool found = false;
-  std::string line;
-  while (read_line(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    if (Tcl_RegExpMatch(line.c_str(), re) != 1) continue;
-    found = true;
-    if (!options.only_match && options.group == 0) {
-      std::printf("%s\n", line.c_str());
-      continue;
-    }
-    char const *start, *end;
-    if (Tcl_RegExpRange(re, options.group, &start, &end) == 1 && start != nullptr) {
-      std::printf("%.*s\n", static_cast<int>(end - start), start);
-    }
+// The group of -g: a whole number the expression has.
+bool parse_group(Invocation& inv, Tcl_RegExp_* re, int& group) {
+  char const* const text = inv.value("-g");
+  if (text == nullptr) return true;
+  char* end = nullptr;
+  long const n = std::strtol(text, &end, 10);
+  if (*text == '\0' || *end != '\0' || n < 0 || n > Tcl_GetGroupsCount(re)) {
+    inv.usage_error("the pattern has no group '%s'", text);
+    return false;
   }
-  return found;
+  group = static_cast<int>(n);
+  return true;
 }
 
 }  // namespace
 
-// grep [-o] [-g N] PATTERN [FILE...]
-int run_grep(std::span<char* const> args) {
-  GrepOptions options;
-  std::size_t i = 0;
-  for (; i < args.size() && args[i][0] == '-' && args[i][1] != '\0'; ++i) {
-    if (std::strcmp(args[i], "-o") == 0) {
-      options.only_match = true;
-    } else if (std::strcmp(args[i], "-g") == 0 && i + 1 < args.size()) {
-      options.group = std::atoi(args[++i]);
-    } else {
-      std::fprintf(stderr, "zelstr grep: unknown option '%s'\n", args[i]);
-      return kUsageError;
+// grep [-o] [-g N] [-n] [-c] PATTERN [FILE...]
+int run_grep(Invocation& inv) {
+  if (inv.operands().empty()) return inv.usage_error("no pattern");
+  Expression const re(inv.operands()[0]);
+  if (re.get() == nullptr) {
+    inv.error("bad pattern '%s': %s", inv.operands()[0], Tcl_GetRegError());
+    return kError;
+  }
+  int group = 0;
+  if (!parse_group(inv, re.get(), group)) return kError;
+  bool const part = inv.flag("-o") || inv.value("-g") != nullptr;
+  LinePrinter printer(inv, inv.operands().subspan(1));
+  for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
+    char* line;
+    std::size_t length;
+    while (in.next_line(line, length)) {
+      // A line of a CRLF file matches without its carriage return.
+      bool const cr = length > 0 && line[length - 1] == '\r';
+      if (cr) line[length - 1] = '\0';
+      bool const match = Tcl_RegExpMatch(line, re.get()) == 1;
+      char const *start = nullptr, *end = nullptr;
+      if (match && part) Tcl_RegExpRange(re.get(), group, &start, &end);
+      if (cr) line[length - 1] = '\r';
+      if (!match) continue;
+      if (!part) {
+        printer.print(in, line, length);
+      } else if (start != nullptr) {
+        printer.print(in, start, static_cast<std::size_t>(end - start));
+      }
     }
-  }
-  if (i >= args.size()) {
-    std::fprintf(stderr, "usage: zelstr grep [-o] [-g N] PATTERN [FILE...]\n");
-    return kUsageError;
-  }
-  Tcl_RegExp_* const re = Tcl_RegExpCompile(args[i]);
-  if (re == nullptr) {
-    std::fprintf(stderr, "zelstr grep: %s\n", Tcl_GetRegError());
-    return kUsageError;
-  }
-  if (options.group < 0 || options.group > Tcl_GetGroupsCount(re)) {
-    std::fprintf(stderr, "zelstr grep: the pattern has no group %d\n", options.group);
-    Tcl_DeleteInterp(re);
-    return kUsageError;
-  }
-  bool found = false;
-  int status = 0;
-  if (i + 1 == args.size()) found = grep_stream(re, stdin, options);
-  for (char* const name : args.subspan(i + 1)) {
-    std::FILE* const f = open_input("grep", name);
-    if (f == nullptr) {
-      status = kUsageError;
-      continue;
-    }
-    found = grep_stream(re, f, options) || found;
-    close_input(f);
-  }
-  Tcl_DeleteInterp(re);
-  if (status != 0) return status;
-  return found ? 0 : 1;
+    printer.end_of(in);
+  });
+  return inv.exit_status();
 }
 
 }  // namespace zelstr::tool

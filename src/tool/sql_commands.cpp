@@ -1,16 +1,16 @@
 // sql_commands.cpp - the subcommands for SQL source code: sqlcase (T-SQL
-// code in lower or upper case, literals and comments kept), resword (is a
-// word reserved in a server version?), and sysname and plsqlname (PL/SQL
-// names from source form to system form and back).
+// code in one case, literals and comments kept), resword (is a word
+// reserved in a server version?), and sysname and plsqlname (PL/SQL names
+// from source form to system form and back).
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
 
-#include "errsvc/errsvc.h"
-#include "tool/commands.h"
+#include "tool/input.h"
+#include "tool/text_tools.h"
+#include "tool/tsql_case_stream.h"
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
@@ -27,18 +27,45 @@ bool parse_int(char const* text, int& value) {
   return true;
 }
 
+// Runs `each(word)` on every operand, or on every line of standard input
+// when there are none.
+template <class Each>
+void for_each_word(Invocation& inv, Each each) {
+  if (!inv.operands().empty()) {
+    for (char const* word : inv.operands()) each(null_or(word));
+    return;
+  }
+  Input in(inv, "-");
+  char* line;
+  std::size_t length;
+  while (in.next_line(line, length)) {
+    if (length > 0 && line[length - 1] == '\r') line[length - 1] = '\0';
+    each(line);
+  }
+}
+
+char const* describe(TsqlCaseStream::Open open) {
+  switch (open) {
+    case TsqlCaseStream::Open::kLiteral:
+      return "string literal";
+    case TsqlCaseStream::Open::kComment:
+      return "block comment";
+    default:
+      return "delimited name";
+  }
+}
+
 // A heap copy from a copying name conversion, released on the way out.  An
 // empty name gives a shared empty string instead of a copy: it is kept.
 class ConvertedName {
  public:
   ConvertedName(char const* name, char* converted)
-      : m_text(converted), m_owned(name != nullptr && *name != '\0') {}
+      : m_text(converted), m_owned(name != nullptr && *name != '\0' && converted != nullptr) {}
   ~ConvertedName() {
     if (m_owned) _zstrdupfree(m_text);
   }
   ConvertedName(ConvertedName const&) = delete;
   ConvertedName& operator=(ConvertedName const&) = delete;
-
   char const* get() const { return m_text; }
 
  private:
@@ -46,121 +73,88 @@ class ConvertedName {
   bool m_owned;
 };
 
-// Prints each name converted by `convert` on its own line; a name without
-// a conversion gets a message instead and makes the status 1.
-int convert_names(char const* command, std::span<char* const> names,
-                  char* (*convert)(char const* name, int kind), int kind) {
-  int status = 0;
-  for (char* const arg : names) {
-    char const* const name = argument(arg);
-    ConvertedName const converted(name, convert(name, kind));
+// Prints each name converted; a name without a conversion gets a message.
+template <class Convert>
+int convert_names(Invocation& inv, Convert convert) {
+  bool failed = false;
+  for_each_word(inv, [&](char const* name) {
+    ConvertedName const converted(name, convert(name));
     if (converted.get() == nullptr) {
-      std::fprintf(stderr, "zelstr %s: '%s' cannot be converted\n", command, arg);
-      status = 1;
-      continue;
+      std::fprintf(stderr, "zelstr %s: '%s' has no %s form\n", inv.command().name,
+                   name != nullptr ? name : "(null)",
+                   std::strcmp(inv.command().name, "sysname") == 0 ? "system" : "source");
+      failed = true;
+      return;
     }
     std::printf("%s\n", converted.get());
-  }
-  return status;
+  });
+  if (!failed) inv.found();
+  return inv.exit_status();
 }
 
 }  // namespace
 
-// sqlcase --lower|--upper [--quoted-id] [FILE|-]
-int run_sqlcase(std::span<char* const> args) {
-  char const* definition = nullptr;
-  int quoted_id = 0;
-  std::size_t i = 0;
-  for (; i < args.size() && args[i][0] == '-' && args[i][1] != '\0'; ++i) {
-    if (std::strcmp(args[i], "--lower") == 0) {
-      definition = "a-z=A-Z";
-    } else if (std::strcmp(args[i], "--upper") == 0) {
-      definition = "A-Z=a-z";
-    } else if (std::strcmp(args[i], "--quoted-id") == 0) {
-      quoted_id = 1;
-    } else {
-      std::fprintf(stderr, "zelstr sqlcase: unknown option '%s'\n", args[i]);
-      return kUsageError;
+// sqlcase --lower|--upper [--quoted-id] [FILE...]
+int run_sqlcase(Invocation& inv) {
+  bool const lower = inv.flag("--lower"), upper = inv.flag("--upper");
+  if (lower == upper) return inv.usage_error("one of --lower and --upper is needed");
+  DefinedMap const map(inv, lower ? "a-z=A-Z" : "A-Z=a-z");
+  if (map.bad()) return kError;
+  for_each_input(inv, inv.operands(), [&](Input& in) {
+    TsqlCaseStream stream(map.get(), inv.flag("--quoted-id"), 1 << 20,
+                          [](std::string_view s) { write_out(s); });
+    for (std::string_view b; !(b = in.next_block()).empty();) stream.write(b);
+    std::uint64_t line = 0;
+    TsqlCaseStream::Open const open = stream.finish(line);
+    if (open != TsqlCaseStream::Open::kNothing && in.ok()) {
+      inv.error("%s: unterminated %s opened on line %llu (kept as it is)", in.name(),
+                describe(open), static_cast<unsigned long long>(line));
     }
-  }
-  if (definition == nullptr || args.size() - i > 1) {
-    std::fprintf(stderr, "usage: zelstr sqlcase --lower|--upper [--quoted-id] [FILE|-]\n");
-    return kUsageError;
-  }
-  char const* const name = i < args.size() ? args[i] : "-";
-  std::string text;
-  if (!read_text(name, text)) {
-    std::fprintf(stderr, "zelstr sqlcase: cannot read '%s'\n", name);
-    return kUsageError;
-  }
-  void* const map = _zmapdefine(definition);
-  // The library stops at a NUL byte: each stretch between NULs is code of
-  // its own, and the NULs are passed through.
-  char* const code = text.data();
-  for (std::size_t at = 0; at < text.size(); at += std::strlen(code + at) + 1) {
-    _zmaptsqlapply(map, code + at, quoted_id);
-  }
-  _zmapfree(map);
-  std::fwrite(text.data(), 1, text.size(), stdout);
-  return 0;
+    inv.found();
+  });
+  return inv.exit_status();
 }
 
-// resword --tsql|--oracle VERSION WORD...: one line a word.
-int run_resword(std::span<char* const> args) {
-  bool const tsql = !args.empty() && std::strcmp(args[0], "--tsql") == 0;
-  bool const oracle = !args.empty() && std::strcmp(args[0], "--oracle") == 0;
-  if ((!tsql && !oracle) || args.size() < 3) {
-    std::fprintf(stderr, "usage: zelstr resword --tsql|--oracle VERSION WORD...\n");
-    return kUsageError;
+// resword --tsql VERSION | --oracle VERSION [WORD...]
+int run_resword(Invocation& inv) {
+  char const* const tsql = inv.value("--tsql");
+  char const* const oracle = inv.value("--oracle");
+  if ((tsql == nullptr) == (oracle == nullptr)) {
+    return inv.usage_error("one of --tsql and --oracle is needed");
   }
   int version = 0;
-  if (!parse_int(args[1], version)) {
-    std::fprintf(stderr, "zelstr resword: '%s' is not a version number\n", args[1]);
-    return kUsageError;
+  if (!parse_int(tsql != nullptr ? tsql : oracle, version)) {
+    return inv.usage_error("'%s' is not a version number", tsql != nullptr ? tsql : oracle);
   }
-  int (*const reserved)(char const*, int) = tsql ? _zistsqlresword : _zisosqlresword;
-  // A version the library does not handle draws a warning from any call on
-  // a word that begins with a letter: ask once before printing anything.
-  errsvc::clear();
+  int (*const reserved)(char const*, int) = tsql != nullptr ? _zistsqlresword : _zisosqlresword;
+  // An unhandled version draws a warning from any call on a word that
+  // begins with a letter: ask once before printing anything.
+  inv.clear_warning();
   reserved("A", version);
-  if (!errsvc::records().empty()) {
-    std::fprintf(stderr, "zelstr resword: %s version %d is not handled\n",
-                 tsql ? "T-SQL" : "Oracle", version);
-    return 1;
+  if (!inv.last_warning().empty()) {
+    inv.error("%s", inv.last_warning().c_str());
+    return kError;
   }
-  for (char* const arg : args.subspan(2)) {
-    std::printf("%s: %s\n", arg, reserved(argument(arg), version) ? "reserved" : "not reserved");
-  }
-  return 0;
+  for_each_word(inv, [&](char const* word) {
+    bool const is = reserved(word, version) != 0;
+    if (is) inv.found();
+    std::printf("%s: %s\n", word != nullptr ? word : "(null)", is ? "reserved" : "not reserved");
+  });
+  return inv.exit_status();
 }
 
-// sysname [--kind KIND] NAME...: the system form of each source name.
-int run_sysname(std::span<char* const> args) {
+// sysname [--kind KIND] [NAME...]: the system form of each source name.
+int run_sysname(Invocation& inv) {
   int kind = 4;
-  std::size_t i = 0;
-  if (args.size() >= 2 && std::strcmp(args[0], "--kind") == 0) {
-    if (!parse_int(args[1], kind)) {
-      std::fprintf(stderr, "zelstr sysname: '%s' is not a kind\n", args[1]);
-      return kUsageError;
-    }
-    i = 2;
+  if (char const* const k = inv.value("--kind"); k != nullptr && !parse_int(k, kind)) {
+    return inv.usage_error("'%s' is not a kind", k);
   }
-  if (i == args.size()) {
-    std::fprintf(stderr, "usage: zelstr sysname [--kind KIND] NAME...\n");
-    return kUsageError;
-  }
-  char* (*const convert)(char const*, int) = _zplsql2sysname;
-  return convert_names("sysname", args.subspan(i), convert, kind);
+  return convert_names(inv, [kind](char const* name) { return _zplsql2sysname(name, kind); });
 }
 
-// plsqlname NAME...: the source form of each system name.
-int run_plsqlname(std::span<char* const> args) {
-  if (args.empty()) {
-    std::fprintf(stderr, "usage: zelstr plsqlname NAME...\n");
-    return kUsageError;
-  }
-  auto const convert = [](char const* name, int) { return _zsysname2plsql(name); };
-  return convert_names("plsqlname", args, convert, 0);
+// plsqlname [NAME...]: the source form of each system name.
+int run_plsqlname(Invocation& inv) {
+  return convert_names(inv, [](char const* name) { return _zsysname2plsql(name); });
 }
 
 }  // namespace zelstr::tool

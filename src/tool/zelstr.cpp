@@ -1,52 +1,86 @@
-// zelstr.cpp - the command-line tool of the ZelStr32 library: runs library
-// calls on the command line's arguments and prints their results and any
-// warnings they report.
+// zelstr.cpp - the command-line tool of the ZelStr32 library: finds the
+// subcommand, parses its command line by the command table and runs it.
 #include "zelstr/zelstr.h"
 
 #include <cstdio>
 #include <cstring>
-#include <span>
+#include <vector>
 
-#include "tool/commands.h"
+#include "platform/binary_stdio.h"
+#include "tool/command.h"
+#include "tool/help.h"
+#include "tool/invocation.h"
 
 namespace {
 
-using zelstr::tool::Command;
+using namespace zelstr::tool;
 
-void print_help(std::FILE* out) {
-  std::fprintf(out,
-               "usage: zelstr COMMAND [ARGS...]\n"
-               "       zelstr --version | --help\n\n"
-               "Runs ZelStr32 string calls on the arguments and prints their results;\n"
-               "warnings the library reports go to standard error.  An argument\n"
-               "written (null) is passed as a NULL pointer.\n\ncommands:\n");
-  for (Command const& c : zelstr::tool::commands()) {
-    std::fprintf(out, "  %s %s\n      %s\n", c.name, c.usage, c.summary);
+bool is(char const* word, char const* name) { return std::strcmp(word, name) == 0; }
+
+// The options of the tool itself (before any command); -1 when `word` is
+// not one of them.
+int run_tool_option(char const* word, std::vector<char*> const& rest) {
+  if (is(word, "--version")) {
+    std::printf("zelstr %s (ZelStr32)\n", ZELSTR_VERSION);
+    return kFound;
   }
+  if (is(word, "--help") || is(word, "-h") || is(word, "help")) {
+    Command const* const c = rest.empty() ? nullptr : find_command(rest[0]);
+    if (c != nullptr) {
+      print_command_help(stdout, *c);
+    } else {
+      print_overview(stdout);
+    }
+    return kFound;
+  }
+  if (is(word, "--man")) {
+    print_man_page(stdout);
+    return kFound;
+  }
+  if (is(word, "--bash-completion")) {
+    print_bash_completion(stdout);
+    return kFound;
+  }
+  return -1;
+}
+
+int run(std::vector<char*> args) {
+  static char warnings_option[] = "-W";
+  bool warnings = false;
+  while (!args.empty() && is(args.front(), "-W")) {
+    warnings = true;
+    args.erase(args.begin());
+  }
+  if (args.empty()) {
+    print_overview(stderr);
+    return kError;
+  }
+  char const* const name = args.front();
+  args.erase(args.begin());
+  if (int const status = run_tool_option(name, args); status >= 0) return status;
+  Command const* const command = find_command(name);
+  if (command == nullptr) {
+    std::fprintf(stderr, "zelstr: unknown command '%s' (see zelstr --help)\n", name);
+    return kError;
+  }
+  if (warnings) args.insert(args.begin(), warnings_option);
+  Invocation invocation(*command, args);
+  if (!invocation.parsed()) return kError;
+  if (invocation.wants_help()) {
+    print_command_help(stdout, *command);
+    return kFound;
+  }
+  return command->run(invocation);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) {
-    print_help(stderr);
-    return zelstr::tool::kUsageError;
+  zelstr::platform::use_binary_stdio();
+  int status = run(std::vector<char*>(argv + 1, argv + argc));
+  if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+    std::fprintf(stderr, "zelstr: cannot write the output\n");
+    status = kError;
   }
-  char const* const name = argv[1];
-  if (std::strcmp(name, "--version") == 0) {
-    std::printf("zelstr %s (ZelStr32)\n", ZELSTR_VERSION);
-    return 0;
-  }
-  if (std::strcmp(name, "--help") == 0 || std::strcmp(name, "-h") == 0) {
-    print_help(stdout);
-    return 0;
-  }
-  for (Command const& c : zelstr::tool::commands()) {
-    if (std::strcmp(name, c.name) == 0) {
-      zelstr::tool::print_warnings_to_stderr();
-      return c.run(std::span<char* const>(argv + 2, static_cast<std::size_t>(argc - 2)));
-    }
-  }
-  std::fprintf(stderr, "zelstr: unknown command '%s' (see zelstr --help)\n", name);
-  return zelstr::tool::kUsageError;
+  return status;
 }

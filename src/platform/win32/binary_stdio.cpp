@@ -1,0 +1,17 @@
+// binary_stdio.cpp - Windows streams translate line ends in text mode: the
+// tool's are switched to binary mode.
+#include "platform/binary_stdio.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+
+namespace zelstr::platform {
+
+void use_binary_stdio() {
+  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), _O_BINARY);
+}
+
+}  // namespace zelstr::platform

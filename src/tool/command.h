@@ -1,0 +1,57 @@
+// command.h - what a subcommand of the zelstr tool declares, and what it
+// gets when it runs.
+//
+// Every subcommand is a row of the command table (commands.cpp): its name,
+// its options, its help text and an example.  The help, the manual page and
+// the shell completion are all printed from that table, and the common
+// parser (invocation.cpp) reads the command line by it, so a subcommand's
+// own code only sees options already checked.
+#ifndef ZELSTR_TOOL_COMMAND_H
+#define ZELSTR_TOOL_COMMAND_H
+
+#include <span>
+
+namespace zelstr::tool {
+
+class Invocation;
+
+// Exit status, as grep has it.
+inline constexpr int kFound = 0;
+inline constexpr int kNothingFound = 1;
+inline constexpr int kError = 2;
+
+struct Option {
+  char const* name;   // "-i" or "--first"
+  char const* value;  // the value's name ("COUNT"), or nullptr for a flag
+  char const* help;
+};
+
+// An example for the help: a shell command line and what it prints.
+struct Example {
+  char const* command;
+  char const* output;
+};
+
+struct Command {
+  char const* name;
+  char const* synopsis;     // the arguments after the name
+  char const* summary;      // one line for the list of commands
+  char const* description;  // the help's paragraph, lines ending in \n
+  std::span<Option const> options;
+  Example example;
+  char const* exit_status;  // what 0 and 1 mean for this command
+  int (*run)(Invocation& invocation);
+};
+
+std::span<Command const> commands();
+Command const* find_command(char const* name);
+
+// Options every subcommand takes.
+inline constexpr Option kCommonOptions[] = {
+    {"-W", nullptr, "print the library's warnings on standard error"},
+    {"--help", nullptr, "print this help"},
+};
+
+}  // namespace zelstr::tool
+
+#endif  // ZELSTR_TOOL_COMMAND_H

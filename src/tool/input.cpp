@@ -1,0 +1,99 @@
+// input.cpp - reading the tool's inputs.
+#include "tool/input.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace zelstr::tool {
+namespace {
+
+char const* display_name(char const* name) {
+  return std::strcmp(name, "-") == 0 ? "(standard input)" : name;
+}
+
+}  // namespace
+
+Input::Input(Invocation& invocation, char const* name)
+    : m_invocation(invocation), m_name(display_name(name)) {
+  if (std::strcmp(name, "-") == 0) {
+    m_file = stdin;
+    return;
+  }
+  m_file = std::fopen(name, "rb");
+  if (m_file == nullptr) {
+    m_invocation.error("cannot open '%s': %s", name, std::strerror(errno));
+  }
+}
+
+Input::~Input() {
+  if (m_file != nullptr && m_file != stdin) std::fclose(m_file);
+}
+
+bool Input::fill() {
+  if (!ok()) return false;
+  if (m_start > 0) {
+    m_offset += m_start;
+    m_buffer.erase(0, m_start);
+    m_start = 0;
+  }
+  std::size_t const old_size = m_buffer.size();
+  m_buffer.resize(old_size + kBlock);
+  std::size_t const n = std::fread(m_buffer.data() + old_size, 1, kBlock, m_file);
+  m_buffer.resize(old_size + n);
+  if (n == 0) {
+    if (std::ferror(m_file)) {
+      m_invocation.error("%s: read error: %s", m_name, std::strerror(errno));
+      m_failed = true;
+    }
+    return false;
+  }
+  if (void const* zero = std::memchr(m_buffer.data() + old_size, '\0', n)) {
+    auto const at = static_cast<char const*>(zero) - m_buffer.data();
+    m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read",
+                       m_name, static_cast<unsigned long long>(m_offset + at));
+    m_failed = true;
+    return false;
+  }
+  return true;
+}
+
+std::string_view Input::next_block() {
+  m_offset += m_buffer.size();
+  m_buffer.clear();
+  m_start = 0;
+  if (!fill()) return {};
+  return m_buffer;
+}
+
+bool Input::next_line(char*& line, std::size_t& length) {
+  std::size_t searched = m_start;
+  for (;;) {
+    void* const end = std::memchr(m_buffer.data() + searched, '\n', m_buffer.size() - searched);
+    if (end != nullptr) {
+      line = m_buffer.data() + m_start;
+      length = static_cast<std::size_t>(static_cast<char*>(end) - line);
+      *static_cast<char*>(end) = '\0';
+      m_start += length + 1;
+      ++m_line_number;
+      return true;
+    }
+    searched = m_buffer.size() - m_start;  // after fill() moves the rest to the front
+    if (!fill()) break;
+  }
+  if (m_failed || m_start == m_buffer.size()) return false;
+  m_buffer.push_back('\0');  // the last line, without a line feed
+  line = m_buffer.data() + m_start;
+  length = m_buffer.size() - 1 - m_start;
+  m_start = m_buffer.size();
+  ++m_line_number;
+  return true;
+}
+
+void write_out(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }
+
+void write_line(char const* data, std::size_t length) {
+  write_out(data, length);
+  std::fputc('\n', stdout);
+}
+
+}  // namespace zelstr::tool

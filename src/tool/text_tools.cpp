@@ -1,0 +1,74 @@
+// text_tools.cpp - pieces the text subcommands share.
+#include "tool/text_tools.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "zelstr/zelstr.h"
+
+namespace zelstr::tool {
+
+char const* null_or(char const* argument) {
+  return std::strcmp(argument, "(null)") == 0 ? nullptr : argument;
+}
+
+DefinedMap::DefinedMap(Invocation& inv, char const* definition) {
+  if (definition == nullptr) return;
+  inv.clear_warning();
+  void* const map = _zmapdefine(definition);
+  if (map == ZEAL_STR_BAD_MAP || map == nullptr) {
+    inv.error("bad map definition '%s': %s", definition,
+              inv.last_warning().empty() ? "refused" : inv.last_warning().c_str());
+    m_bad = true;
+    return;
+  }
+  m_map = map;
+}
+
+DefinedMap::~DefinedMap() {
+  if (m_map != nullptr) _zmapfree(m_map);
+}
+
+LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
+    : m_inv(inv),
+      m_with_names(names.size() > 1),
+      m_numbers(inv.flag("-n")),
+      m_count_only(inv.flag("-c")) {}
+
+void LinePrinter::print(Input const& in, char const* text, std::size_t length) {
+  m_inv.found();
+  ++m_count;
+  if (m_count_only) return;
+  if (m_with_names) std::printf("%s:", in.name());
+  if (m_numbers) std::printf("%llu:", static_cast<unsigned long long>(in.line_number()));
+  write_line(text, length);
+}
+
+void LinePrinter::end_of(Input const& in) {
+  if (m_count_only) {
+    if (m_with_names) std::printf("%s:", in.name());
+    std::printf("%llu\n", static_cast<unsigned long long>(m_count));
+  }
+  m_count = 0;
+}
+
+char const* Replacer::operator()(char const* line, std::size_t length, std::string& buffer) const {
+  // Room for the longest result: every FROM-length stretch replaced.
+  std::size_t const from_length = std::strlen(from), to_length = std::strlen(to);
+  std::size_t room = length;
+  if (to_length > from_length) room += length / from_length * (to_length - from_length);
+  buffer.assign(line, length);
+  buffer.resize(room + 1, '\0');
+  char* const b = buffer.data();
+  auto const size = static_cast<unsigned long>(room);
+  if (first)
+    return insensitive ? _zstri1replace(b, from, to, size) : _zstr1replace(b, from, to, size);
+  if (last) return _zstrr1replace(b, from, to, size);
+  if (delimiters != nullptr) {
+    return insensitive ? _zstriNreplaceEx(b, from, to, size, delimiters)
+                       : _zstrNreplaceEx(b, from, to, size, delimiters);
+  }
+  return insensitive ? _zstriNreplace(b, from, to, size) : _zstrNreplace(b, from, to, size);
+}
+
+}  // namespace zelstr::tool

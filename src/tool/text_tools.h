@@ -1,0 +1,67 @@
+// text_tools.h - pieces the text subcommands share: a map made from a
+// definition, the printing of matching lines, and line replacement.
+#ifndef ZELSTR_TOOL_TEXT_TOOLS_H
+#define ZELSTR_TOOL_TEXT_TOOLS_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "tool/input.h"
+#include "tool/invocation.h"
+
+namespace zelstr::tool {
+
+// An argument spelled "(null)" stands for a NULL pointer, to see the
+// warning it draws.
+char const* null_or(char const* argument);
+
+// A map made from a definition (none when the definition is NULL), released
+// on the way out.  A definition the library refuses is reported with the
+// library's warning.
+class DefinedMap {
+ public:
+  DefinedMap(Invocation& inv, char const* definition);
+  ~DefinedMap();
+  DefinedMap(DefinedMap const&) = delete;
+  DefinedMap& operator=(DefinedMap const&) = delete;
+
+  bool given() const { return m_map != nullptr; }
+  bool bad() const { return m_bad; }
+  void* get() const { return m_map; }
+
+ private:
+  void* m_map = nullptr;
+  bool m_bad = false;
+};
+
+// Prints matching lines as grep does: "FILE:" first when there are several
+// files, "LINE:" with -n, only a count per file with -c.
+class LinePrinter {
+ public:
+  LinePrinter(Invocation& inv, std::span<char const* const> names);
+  void print(Input const& in, char const* text, std::size_t length);
+  void end_of(Input const& in);
+
+ private:
+  Invocation& m_inv;
+  bool m_with_names, m_numbers, m_count_only;
+  std::uint64_t m_count = 0;
+};
+
+// One of the replacement calls on a line: every occurrence (-i, or only
+// those no member of a set touches), the first or the last.
+struct Replacer {
+  char const* from;
+  char const* to;
+  bool insensitive, first, last;
+  char const* delimiters;
+
+  // The line with the replacements, in `buffer`; NULL when the library
+  // refused (its warning says why).
+  char const* operator()(char const* line, std::size_t length, std::string& buffer) const;
+};
+
+}  // namespace zelstr::tool
+
+#endif  // ZELSTR_TOOL_TEXT_TOOLS_H
