@@ -94,8 +94,26 @@ class CompiledCache {
   std::vector<Entry> m_entries;
 };
 
-CompiledCache g_compile_cache;
-CompiledCache g_match_cache;
+// The caches are made on first use and deleted by the unload sequence,
+// which may run after the program's statics are gone: a static cache would
+// already be destroyed when the sequence comes to empty it.
+CompiledCache* g_compile_cache = nullptr;
+CompiledCache* g_match_cache = nullptr;
+
+CompiledCache& cache(CompiledCache*& c) {
+  if (c == nullptr) c = new CompiledCache;
+  return *c;
+}
+
+CompiledCache& compile_cache() { return cache(g_compile_cache); }
+CompiledCache& match_cache() { return cache(g_match_cache); }
+
+void delete_cache(CompiledCache*& c) {
+  if (c == nullptr) return;
+  c->clear();
+  delete c;
+  c = nullptr;
+}
 
 // (char const*)-1, or 1 as the unload sequence passes it: a command to
 // empty a cache.
@@ -115,9 +133,10 @@ CompiledCache::Entry compile_entry(char const* pattern, char const* source, int 
   return e;
 }
 
-void release_compile_cache() { g_compile_cache.clear(); }
+void release_compile_cache() { delete_cache(g_compile_cache); }
 void release_match_cache() {
   Tcl_MatchRE(reinterpret_cast<char const*>(1), reinterpret_cast<char const*>(1));
+  delete_cache(g_match_cache);
   zelstr::regex::release_work_buffer();
 }
 
@@ -132,7 +151,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, in
   interp = nullptr;
   re = nullptr;
   if (reinterpret_cast<std::intptr_t>(pattern) == -1) {
-    g_compile_cache.clear();
+    compile_cache().clear();
     return 1;
   }
   if (pattern == nullptr) {
@@ -143,8 +162,8 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, in
     warn(msg::kCompileReEmptyPattern);
     return 0;
   }
-  CompiledCache::Entry* e = g_compile_cache.find(pattern, backslashes);
-  if (e == nullptr) e = &g_compile_cache.add(compile_entry(pattern, pattern, backslashes));
+  CompiledCache::Entry* e = compile_cache().find(pattern, backslashes);
+  if (e == nullptr) e = &compile_cache().add(compile_entry(pattern, pattern, backslashes));
   if (e->re != nullptr) {
     interp = e->interp;
     re = e->re;
@@ -158,7 +177,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, in
 
 int Tcl_MatchRE(char const* string, char const* pattern) {
   if (is_clear_command(string)) {
-    g_match_cache.clear();
+    match_cache().clear();
     return 1;
   }
   if (string == nullptr) {
@@ -174,11 +193,11 @@ int Tcl_MatchRE(char const* string, char const* pattern) {
   if (std::strpbrk(pattern, "^|()*+?.[]\\$") == nullptr) {
     return _zstrstr(string, pattern) != nullptr ? 1 : 0;
   }
-  CompiledCache::Entry* e = g_match_cache.find(pattern, 1);
+  CompiledCache::Entry* e = match_cache().find(pattern, 1);
   if (e == nullptr) {
     std::string source = pattern;
     Tcl_ReplaceRegExpEscapedChars(source.data());
-    e = &g_match_cache.add(compile_entry(pattern, source.c_str(), 1));
+    e = &match_cache().add(compile_entry(pattern, source.c_str(), 1));
   }
   if (e->interp == nullptr) {
     warn_text(format(msg::kMatchReNoInterpFormat, pattern).c_str());
