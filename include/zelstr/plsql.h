@@ -42,7 +42,9 @@ ZELSTR_API char* _zplsql2sysname(char const* name, int kind);
 ZELSTR_API int _zsysname2plsql(void const* const connection, char* name, int flags);
 ZELSTR_API int _zsysname2plsql(char* name, int flags);
 // The same (flags 0) on a new copy with room for the two surrounding
-// quotation marks: the copy, or NULL when the result is 0.
+// quotation marks: the copy, or NULL when the result is 0 (with a
+// connection, that is also when the connection has no settings of its
+// own).  An empty name gives a static empty string, not to be freed.
 ZELSTR_API char* _zsysname2plsql(void const* const connection, char const* name);
 ZELSTR_API char* _zsysname2plsql(char const* name);
 

@@ -56,9 +56,11 @@ ZELSTR_API int _zplsqlgetdefaults(void const* const connection, int* version, in
 
 // Hands out the two 256-entry tables (non-zero for an allowed character) of
 // the characters allowed first and at the other positions of a T-SQL
-// identifier.  There is one pair of tables for every connection: they are
-// built from the settings of the connection that first asks after its
-// settings changed, and handed as they are to the others.  1 for NULL and
+// identifier.  All connections share one pair of tables: they are built
+// from the settings of the connection that first asks after its settings
+// changed, and handed as they are to the others, so a connection whose
+// characters differ sees the last builder's tables until its own settings
+// are set again.  1 for NULL and
 // for a connection with its own settings, 0 for one using the defaults; 0
 // with both tables NULL when a definition cannot be read (with a warning).
 ZELSTR_API int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
