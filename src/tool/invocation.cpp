@@ -37,47 +37,59 @@ bool is_option_word(char const* word) { return word[0] == '-' && word[1] != '\0'
 }  // namespace
 
 Invocation::Invocation(Command const& command, std::span<char* const> args) : m_command(command) {
-  std::size_t i = 0;
-  for (; i < args.size() && is_option_word(args[i]); ++i) {
+  // Options may come before, between or after the operands, as with the
+  // GNU tools; after "--" every word is an operand.
+  for (std::size_t i = 0; i < args.size(); ++i) {
     char const* const word = args[i];
-    if (std::strcmp(word, "--") == 0) {
-      ++i;
+    if (!is_option_word(word)) {
+      m_operands.push_back(word);
+    } else if (std::strcmp(word, "--") == 0) {
+      m_operands.insert(m_operands.end(), args.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                        args.end());
       break;
-    }
-    if (std::strcmp(word, "--help") == 0 || std::strcmp(word, "-h") == 0) {
-      m_help = true;
-      continue;
-    }
-    if (std::strcmp(word, "-W") == 0) {
-      m_warnings = true;
-      continue;
-    }
-    char const* const equals = word[1] == '-' ? std::strchr(word, '=') : nullptr;
-    std::size_t const length =
-        equals != nullptr ? static_cast<std::size_t>(equals - word) : std::strlen(word);
-    Option const* const o = option(word, length);
-    if (o == nullptr) {
-      usage_error("unknown option '%.*s'", static_cast<int>(length), word);
-      return;
-    }
-    if (o->value == nullptr) {
-      if (equals != nullptr) {
-        usage_error("option '%s' takes no value", o->name);
-        return;
-      }
-      m_values.emplace_back(o->name, "");
-    } else if (equals != nullptr) {
-      m_values.emplace_back(o->name, equals + 1);
-    } else if (i + 1 < args.size()) {
-      m_values.emplace_back(o->name, args[++i]);
-    } else {
-      usage_error("option '%s' needs a value (%s)", o->name, o->value);
+    } else if (!take_option(args, i)) {
       return;
     }
   }
-  m_operands.assign(args.begin() + static_cast<std::ptrdiff_t>(i), args.end());
   warning_state().print = m_warnings;
   errsvc::set_sink(receive_warning);
+}
+
+// The option `args[i]` (and its value, which may be the next word):
+// false, with a usage message, when it is refused.
+bool Invocation::take_option(std::span<char* const> args, std::size_t& i) {
+  char const* const word = args[i];
+  if (std::strcmp(word, "--help") == 0 || std::strcmp(word, "-h") == 0) {
+    m_help = true;
+    return true;
+  }
+  if (std::strcmp(word, "-W") == 0) {
+    m_warnings = true;
+    return true;
+  }
+  char const* const equals = word[1] == '-' ? std::strchr(word, '=') : nullptr;
+  std::size_t const length =
+      equals != nullptr ? static_cast<std::size_t>(equals - word) : std::strlen(word);
+  Option const* const o = option(word, length);
+  if (o == nullptr) {
+    usage_error("unknown option '%.*s'", static_cast<int>(length), word);
+    return false;
+  }
+  if (o->value == nullptr) {
+    if (equals != nullptr) {
+      usage_error("option '%s' takes no value", o->name);
+      return false;
+    }
+    m_values.emplace_back(o->name, "");
+  } else if (equals != nullptr) {
+    m_values.emplace_back(o->name, equals + 1);
+  } else if (i + 1 < args.size()) {
+    m_values.emplace_back(o->name, args[++i]);
+  } else {
+    usage_error("option '%s' needs a value (%s)", o->name, o->value);
+    return false;
+  }
+  return true;
 }
 
 Option const* Invocation::option(char const* name, std::size_t length) const {

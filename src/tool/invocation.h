@@ -16,8 +16,8 @@ namespace zelstr::tool {
 class Invocation {
  public:
   // Parses `args` (the words after the subcommand's name) by the options
-  // `command` declares.  A word "--" ends the options; "--name=value" and
-  // "--name value" are the same.
+  // `command` declares, wherever they stand.  A word "--" ends the
+  // options; "--name=value" and "--name value" are the same.
   Invocation(Command const& command, std::span<char* const> args);
 
   // False when the command line was refused (the message is printed).
@@ -46,6 +46,7 @@ class Invocation {
 
  private:
   Option const* option(char const* name, std::size_t length) const;
+  bool take_option(std::span<char* const> args, std::size_t& i);
   void report(char const* format, va_list args);
 
   Command const& m_command;
