@@ -1,8 +1,7 @@
 // hplsql.cpp - the PL/SQL dialect object.
-#include <cstring>
+#include <cstddef>
 
 #include "sql/names.h"
-#include "zelstr/alloc.h"
 #include "zelstr/plsql.h"
 #include "zelstr/reserved.h"
 
@@ -12,12 +11,6 @@ namespace {
 // low byte.
 bool wants_second_quoting(unsigned long flags) {
   return (flags & 0x200) != 0 && (flags & 0xFF) == '"';
-}
-
-// A copy of `name` with room for DenormalizeId at worst: quoting doubles
-// each quotation mark and adds two, twice.
-char* roomy_copy(char const* name) {
-  return _zstrdupalloc(name, static_cast<unsigned>(3 * zelstr::sql::count_of(name, '"') + 6));
 }
 
 }  // namespace
@@ -42,9 +35,11 @@ int CHPLSQL::DenormalizeId(char* buffer, unsigned long flags) const {
 
 char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) const {
   if (name == nullptr) return nullptr;
-  char* copy = roomy_copy(name);
-  if (copy == nullptr) return nullptr;
-  return zelstr::sql::kept_if(copy, DenormalizeId(copy, flags));
+  // Room for DenormalizeId at worst: quoting doubles each quotation mark
+  // and adds two, twice.
+  std::size_t const room = 3 * zelstr::sql::count_of(name, '"') + 6;
+  return zelstr::sql::converted_copy(name, room,
+                                     [&](char* copy) { return DenormalizeId(copy, flags); });
 }
 
 int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const {
@@ -53,9 +48,7 @@ int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const {
 
 char const* CHPLSQL::GetNormalizedId(char const* name, unsigned long kind) const {
   if (name == nullptr) return nullptr;
-  char* copy = _zstrdupalloc(name, 0);
-  if (copy == nullptr) return nullptr;
-  return zelstr::sql::kept_if(copy, NormalizeId(copy, kind));
+  return zelstr::sql::converted_copy(name, 0, [&](char* copy) { return NormalizeId(copy, kind); });
 }
 
 int CHPLSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }

@@ -4,7 +4,6 @@
 #include "sql/connection_env.h"
 #include "sql/names.h"
 #include "sql/versions.h"
-#include "zelstr/alloc.h"
 #include "zelstr/reserved.h"
 #include "zelstr/sqlsettings.h"
 #include "zelstr/tsql.h"
@@ -57,9 +56,8 @@ char const* CHTSQL::GetDenormalizedId(char const* name, unsigned long flags) con
   if (name == nullptr) return nullptr;
   // Room for the delimiters and a doubled closing mark of either kind.
   std::size_t const closes = zelstr::sql::count_of(name, ']') + zelstr::sql::count_of(name, '"');
-  char* copy = _zstrdupalloc(name, static_cast<unsigned>(closes + 2));
-  if (copy == nullptr) return nullptr;
-  return zelstr::sql::kept_if(copy, DenormalizeId(copy, flags));
+  return zelstr::sql::converted_copy(name, closes + 2,
+                                     [&](char* copy) { return DenormalizeId(copy, flags); });
 }
 
 int CHTSQL::NormalizeId(char* buffer, unsigned long /*kind*/) const {
@@ -70,9 +68,7 @@ int CHTSQL::NormalizeId(char* buffer, unsigned long /*kind*/) const {
 
 char const* CHTSQL::GetNormalizedId(char const* name, unsigned long kind) const {
   if (name == nullptr) return nullptr;
-  char* copy = _zstrdupalloc(name, 0);
-  if (copy == nullptr) return nullptr;
-  return zelstr::sql::kept_if(copy, NormalizeId(copy, kind));
+  return zelstr::sql::converted_copy(name, 0, [&](char* copy) { return NormalizeId(copy, kind); });
 }
 
 int CHTSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }

@@ -60,9 +60,4 @@ bool is_regular(char const* name, char const* first, char const* others) {
   return true;
 }
 
-char const* kept_if(char* copy, int result) {
-  if (result == 0) _zstrdupfree(copy);
-  return copy;
-}
-
 }  // namespace zelstr::sql

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 
+#include "zelstr/alloc.h"
+
 namespace zelstr::sql {
 
 // Doubles each `close` of `name` (working from its end), then puts `open`
@@ -25,8 +27,15 @@ std::size_t count_of(char const* name, char c);
 // each following one (non-zero entries of 256-entry tables).
 bool is_regular(char const* name, char const* first, char const* others);
 
-// `copy` when `result` is non-zero; otherwise NULL, the copy freed.
-char const* kept_if(char* copy, int result);
+// A heap copy of `name` (not NULL) with `room` more bytes, converted in
+// place by `convert`: NULL, the copy freed, when `convert` gives 0; NULL
+// too without memory.
+template <class Convert>
+char* converted_copy(char const* name, std::size_t room, Convert convert) {
+  char* copy = _zstrdupalloc(name, static_cast<unsigned>(room));
+  if (copy != nullptr && convert(copy) == 0) _zstrdupfree(copy);
+  return copy;
+}
 
 }  // namespace zelstr::sql
 

@@ -82,9 +82,7 @@ int _zplsql2sysname(char* name, int kind) {
 char* _zplsql2sysname(char const* name, int kind) {
   if (name == nullptr) return nullptr;
   if (*name == '\0') return g_empty;
-  char* copy = _zstrdupalloc(name, 0);
-  if (copy != nullptr && _zplsql2sysname(copy, kind) == 0) _zstrdupfree(copy);
-  return copy;
+  return sql::converted_copy(name, 0, [kind](char* copy) { return _zplsql2sysname(copy, kind); });
 }
 
 int _zsysname2plsql(void const* const connection, char* name, int flags) {
@@ -110,9 +108,9 @@ char* _zsysname2plsql(void const* const connection, char const* name) {
   if (name == nullptr) return nullptr;
   if (*name == '\0') return g_empty;
   // Room for the surrounding quotation marks and a doubled inner one each.
-  char* copy = _zstrdupalloc(name, static_cast<unsigned>(2 + sql::count_of(name, '"')));
-  if (copy != nullptr && _zsysname2plsql(connection, copy, 0) == 0) _zstrdupfree(copy);
-  return copy;
+  return sql::converted_copy(name, 2 + sql::count_of(name, '"'), [connection](char* copy) {
+    return _zsysname2plsql(connection, copy, 0);
+  });
 }
 
 char* _zsysname2plsql(char const* name) { return _zsysname2plsql(nullptr, name); }

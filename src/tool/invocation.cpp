@@ -110,26 +110,34 @@ char const* Invocation::value(char const* name) const {
 void Invocation::error(char const* format, ...) {
   va_list args;
   va_start(args, format);
-  report(format, args);
+  print(format, args);
+  va_end(args);
+  m_error = true;
+}
+
+void Invocation::notice(char const* format, ...) {
+  va_list args;
+  va_start(args, format);
+  print(format, args);
   va_end(args);
 }
 
 int Invocation::usage_error(char const* format, ...) {
   va_list args;
   va_start(args, format);
-  report(format, args);
+  print(format, args);
   va_end(args);
   std::fprintf(stderr, "usage: zelstr %s %s\n(see zelstr %s --help)\n", m_command.name,
                m_command.synopsis, m_command.name);
   m_parsed = false;
+  m_error = true;
   return kError;
 }
 
-void Invocation::report(char const* format, va_list args) {
+void Invocation::print(char const* format, va_list args) {
   std::fprintf(stderr, "zelstr %s: ", m_command.name);
   std::vfprintf(stderr, format, args);
   std::fputc('\n', stderr);
-  m_error = true;
 }
 
 std::string const& Invocation::last_warning() const { return warning_state().last; }

@@ -32,8 +32,9 @@ class Invocation {
   std::span<char const* const> operands() const { return m_operands; }
 
   // "zelstr NAME: " + the message on standard error; an error makes the
-  // exit status 2.
+  // exit status 2, a notice leaves it as it is.
   void error(char const* format, ...) __attribute__((format(printf, 2, 3)));
+  void notice(char const* format, ...) __attribute__((format(printf, 2, 3)));
   // An error about the command line: the message, then where to find help.
   int usage_error(char const* format, ...) __attribute__((format(printf, 2, 3)));
   // The library's last warning, if one came since `clear_warning`.
@@ -47,7 +48,7 @@ class Invocation {
  private:
   Option const* option(char const* name, std::size_t length) const;
   bool take_option(std::span<char* const> args, std::size_t& i);
-  void report(char const* format, va_list args);
+  void print(char const* format, va_list args);
 
   Command const& m_command;
   std::vector<std::pair<char const*, char const*>> m_values;

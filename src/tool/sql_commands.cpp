@@ -28,20 +28,18 @@ bool parse_int(char const* text, int& value) {
 }
 
 // Runs `each(word)` on every operand, or on every line of standard input
-// when there are none.
+// (without a carriage return) when there are none.
 template <class Each>
 void for_each_word(Invocation& inv, Each each) {
   if (!inv.operands().empty()) {
     for (char const* word : inv.operands()) each(null_or(word));
     return;
   }
-  Input in(inv, "-");
-  char* line;
-  std::size_t length;
-  while (in.next_line(line, length)) {
+  for_each_line(inv, {}, [&each](Input&, char* line, std::size_t length) {
     if (length > 0 && line[length - 1] == '\r') line[length - 1] = '\0';
     each(line);
-  }
+    return true;
+  });
 }
 
 char const* describe(TsqlCaseStream::Open open) {
@@ -80,9 +78,8 @@ int convert_names(Invocation& inv, Convert convert) {
   for_each_word(inv, [&](char const* name) {
     ConvertedName const converted(name, convert(name));
     if (converted.get() == nullptr) {
-      std::fprintf(stderr, "zelstr %s: '%s' has no %s form\n", inv.command().name,
-                   name != nullptr ? name : "(null)",
-                   std::strcmp(inv.command().name, "sysname") == 0 ? "system" : "source");
+      inv.notice("'%s' has no %s form", name != nullptr ? name : "(null)",
+                 std::strcmp(inv.command().name, "sysname") == 0 ? "system" : "source");
       failed = true;
       return;
     }

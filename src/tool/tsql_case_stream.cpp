@@ -24,12 +24,12 @@ void TsqlCaseStream::write(std::string_view code) {
   for (char const c : code) {
     step(c);
     if (m_piece.size() >= m_limit && at_cut()) flush_piece();
-    if (m_passed.size() >= m_limit) pass('\0');
+    if (m_passed.size() >= m_limit) write_passed();
   }
 }
 
 TsqlCaseStream::Open TsqlCaseStream::finish(std::uint64_t& line) {
-  pass('\0');
+  write_passed();
   flush_piece();
   line = m_open_line;
   switch (m_state) {
@@ -130,7 +130,7 @@ void TsqlCaseStream::step_name(char c) {
 // cut are written out.
 void TsqlCaseStream::open(State state, std::uint64_t line) {
   if (state == State::kCode && m_passing) {
-    pass('\0');
+    write_passed();
     m_passing = false;
   }
   m_state = state;
@@ -153,13 +153,11 @@ void TsqlCaseStream::flush_piece() {
 }
 
 // A byte of the current literal, comment or name: gathered into the piece,
-// or, once the piece was cut inside the region, passed on (a name's bytes
-// translated).  '\0' writes out what was passed on.
-void TsqlCaseStream::pass(char c) {
-  if (c != '\0') {
-    (m_passing ? m_passed : m_piece) += c;
-    return;
-  }
+// or, once the piece was cut inside the region, passed on.
+void TsqlCaseStream::pass(char c) { (m_passing ? m_passed : m_piece) += c; }
+
+// Writes out the bytes passed on, a name's translated.
+void TsqlCaseStream::write_passed() {
   if (m_passed.empty()) return;
   if (m_state == State::kName) _zmapstrapply(m_map, m_passed.data());
   m_output(m_passed);

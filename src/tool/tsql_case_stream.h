@@ -51,6 +51,7 @@ class TsqlCaseStream {
   bool at_cut() const;
   void flush_piece();
   void pass(char c);
+  void write_passed();
 
   void* m_map;
   bool m_quoted_id;
