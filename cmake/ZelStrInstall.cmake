@@ -1,3 +1,6 @@
+set(ZELSTR_MAINTAINER "ZelStr32 maintainers <maintainers@users.noreply.c-seed-44211b6e.example>"
+    CACHE STRING "Maintainer named in the packages and the Debian changelog")
+
 # Installation: libraries, headers, the tool, the CMake package ZelStr32 and
 # the pkg-config file zelstr32.pc.
 include(CMakePackageConfigHelpers)
@@ -9,7 +12,7 @@ install(TARGETS zelstr32 errsvc32 zelstr EXPORT ZelStr32Targets
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.h")
+  FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
 install(FILES ${PROJECT_BINARY_DIR}/include/zelstr/version.h
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zelstr)
 
@@ -45,4 +48,29 @@ if(ZELSTR_MAN_PAGE)
   install(FILES ${ZELSTR_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES ${ZELSTR_BASH_COMPLETION} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME zelstr)
+endif()
+
+# The documentation users look for: the guide's pages, the README, the
+# changelog and the copyright notice, and the API reference when it was
+# built (the `docs` target) before installing.  Debian names the notice
+# `copyright` and wants its changelog in its own format, compressed.
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/guide
+  FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/api/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/api
+  OPTIONAL)
+if(WIN32)
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+else()
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+  # The date of the build, or of SOURCE_DATE_EPOCH when it is set.
+  string(TIMESTAMP ZELSTR_PACKAGE_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/debian-changelog.in
+                 ${PROJECT_BINARY_DIR}/share/changelog @ONLY)
+  add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/share/changelog.gz
+    COMMAND gzip -9nkf ${PROJECT_BINARY_DIR}/share/changelog
+    DEPENDS ${PROJECT_BINARY_DIR}/share/changelog)
+  add_custom_target(zelstr_debian_changelog ALL DEPENDS ${PROJECT_BINARY_DIR}/share/changelog.gz)
+  install(FILES ${PROJECT_BINARY_DIR}/share/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()

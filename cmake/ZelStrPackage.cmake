@@ -5,9 +5,7 @@
 
 set(CPACK_PACKAGE_NAME zelstr32)
 set(CPACK_PACKAGE_VENDOR "ZelStr32 maintainers")
-set(CPACK_PACKAGE_CONTACT
-    "ZelStr32 maintainers <maintainers@users.noreply.c-seed-44211b6e.example>"
-    CACHE STRING "Maintainer named in the packages")
+set(CPACK_PACKAGE_CONTACT "${ZELSTR_MAINTAINER}")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 # The long description, one line of the Debian control file per line.
@@ -32,8 +30,11 @@ else()
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION libs)
   set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-  # A shlibs file for the two libraries, and the ldconfig trigger.
+  # A shlibs file for the two libraries, and the ldconfig trigger (the
+  # triggers file: the linker cache is rebuilt once per dpkg run).
   set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/debian-triggers ${PROJECT_BINARY_DIR}/debian/triggers COPYONLY)
+  set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/triggers)
   set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
   # Dependencies as dpkg-shlibdeps reads them from the binaries; without it
   # (no dpkg-dev), the ones of Debian 12.  Boost.System is header-only since

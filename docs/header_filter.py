@@ -29,7 +29,7 @@ import sys
 
 COMMENT = re.compile(r"^(\s*)//(?!/)(.*)$")
 TRAILING = re.compile(r"^(\s*\S.*?;)(\s+)//(?!/) ?(.*)$")
-FILE_HEAD = re.compile(r"^(\S+\.h(?:\.in)?) - (.*)$")
+FILE_HEAD = re.compile(r"^(\S+\.h(?:pp|\.in)?) - (.*)$")
 
 # Escapes that make Doxygen show a character as it is.
 ESCAPES = {

@@ -3,12 +3,19 @@
 // The string library reports every bad argument to this service instead of
 // failing: it builds a CErrorDescription, hands it to ErrHandDLL_AddError and
 // returns its fallback value.  This module is the service the library is
-// shipped with: it keeps the records it receives in a list, offers each
-// thread its own text buffers, and lets programs watch the records as they
-// arrive (namespace errsvc below).
+// shipped with: it keeps the records it receives in a list and lets programs
+// watch the records as they arrive (namespace errsvc below).
 //
 // Setting the environment variable ZELSTR_WARNINGS=stderr prints every record
 // on standard error as it arrives, one line each.
+//
+// Threads: every call here may run on several threads at once.  The lists,
+// the sink and the counters are guarded by one lock; each thread has its own
+// text buffers (ErrHand_BufferForLoadString, ErrHand_BufferForFormatMessage);
+// a sink is called on the reporting thread, outside the lock, and may call
+// records().  The string library passes the id of a string-table message
+// through one library-wide variable: two threads reporting such messages at
+// the same instant may exchange ids (the texts stay right).
 #ifndef ERRSVC_ERRSVC_H
 #define ERRSVC_ERRSVC_H
 

@@ -2,6 +2,10 @@
 //
 // A heap copy is released with _zstrdupfree (never with free or delete).
 // None of these functions reports a warning: a NULL source gives NULL.
+//
+// Threads: every function here may run on several threads at once; none
+// shares library-wide state.  A CStringAlloc, with the copies that share its
+// text, belongs to one thread at a time.
 #ifndef ZELSTR_ALLOC_H
 #define ZELSTR_ALLOC_H
 

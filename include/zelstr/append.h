@@ -1,6 +1,9 @@
 // append.h - appending, inserting and shifting in place.
 //
 // The destination must be large enough: no function here checks its room.
+//
+// Threads: every function here may run on several threads at once, each on
+// buffers of its own caller; none shares library-wide state.
 #ifndef ZELSTR_APPEND_H
 #define ZELSTR_APPEND_H
 

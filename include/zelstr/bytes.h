@@ -1,4 +1,7 @@
 // bytes.h - byte areas.
+//
+// Threads: both functions may run on several threads at once; neither shares
+// library-wide state.
 #ifndef ZELSTR_BYTES_H
 #define ZELSTR_BYTES_H
 

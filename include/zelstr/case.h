@@ -3,6 +3,12 @@
 //
 // The tables know only the 26 ASCII letters: bytes 128 to 255 are never
 // letters and always map to themselves, whatever the code page or locale.
+//
+// Threads: the tables are filled when the module is loaded and only read
+// afterwards, so the comparisons of CCharCaseRelatedOps and the in-place and
+// one-character casing functions may run on several threads at once.  The
+// copying ...ized functions take their results from the clone arena
+// (scratch.h), which is library-wide: call them from one thread at a time.
 #ifndef ZELSTR_CASE_H
 #define ZELSTR_CASE_H
 

@@ -3,6 +3,10 @@
 // Bytes compare as unsigned values and every comparison returns exactly -1,
 // 0 or +1.  The case-insensitive comparisons follow the C library's current
 // locale (strcasecmp / _stricmp), not the library's own case tables.
+//
+// Threads: every function here may run on several threads at once; none
+// shares library-wide state (_zstrdiffpoint, too, calls the C library's
+// toupper directly).
 #ifndef ZELSTR_COMPARE_H
 #define ZELSTR_COMPARE_H
 

@@ -4,6 +4,10 @@
 // A NULL pointer is reported as a warning and the function returns NULL
 // unless stated otherwise.  Counts are unsigned 32-bit values: a wider count
 // is cut to its low 32 bits.
+//
+// Threads: every function here may run on several threads at once, except
+// _zstrgetbefore, whose result is taken from the clone arena (scratch.h),
+// which is library-wide: call it from one thread at a time.
 #ifndef ZELSTR_COPY_H
 #define ZELSTR_COPY_H
 

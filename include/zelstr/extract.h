@@ -6,9 +6,12 @@
 //   _zstrextract(nullptr, "[", "]", 0);  // ends the walk, restores the text
 //
 // Each piece is returned in place: the footer's first byte is replaced by
-// NUL and put back at the next call.  The walk's state is library-wide (one
-// for each function): end every walk with `finished` 0 before starting
-// another.
+// NUL and put back at the next call.  Each function keeps one walk: end
+// every walk with `finished` 0 before starting another.
+//
+// Threads: both functions share library-wide state, unguarded: their walk
+// and the forward search's preparation (search.h), and for _zstriextract the
+// toupper table too.  Walk from one thread at a time.
 #ifndef ZELSTR_EXTRACT_H
 #define ZELSTR_EXTRACT_H
 

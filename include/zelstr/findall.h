@@ -15,7 +15,13 @@
 // on behind the occurrence.  A negative jump moves the window back but not
 // the look-ahead, so the XOR no longer describes the window: occurrences
 // may be missed, never invented.  The object keeps pointers into the text
-// and the searched string, which must outlive it; one thread per object.
+// and the searched string, which must outlive it.
+//
+// Threads: an object belongs to one thread at a time; different objects may
+// walk on several threads at once, as long as they pass their jump to
+// FindByXOR(int) or nobody calls SetJumpQty meanwhile: the jump FindByXOR()
+// uses is one library-wide value.  The case-insensitive walk uses the C
+// library's toupper and strncasecmp, no table of the library.
 #ifndef ZELSTR_FINDALL_H
 #define ZELSTR_FINDALL_H
 

@@ -10,6 +10,12 @@
 //
 // Invariants while a buffer exists: m_lpszEOS == m_lpszHOS + m_dwLen, the
 // byte there is 0, and m_dwLen < m_dwSize.
+//
+// Threads: an object belongs to one thread at a time; different objects may
+// be used on several threads at once.  Two members share library-wide
+// state: get_dump (the clone and print arenas, scratch.h), and the
+// constructors and SetGrowing when they cut an oversized step (the notice
+// is composed in the print arena).  Call those from one thread at a time.
 #ifndef ZELSTR_GRWSTR_H
 #define ZELSTR_GRWSTR_H
 

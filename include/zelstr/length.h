@@ -3,6 +3,9 @@
 // Like every `_z` function, these report a NULL argument as a warning to the
 // error-handler service (see errsvc/errsvc.h) and return the fallback the
 // warning names.  Lengths are unsigned 32-bit values.
+//
+// Threads: every function here may run on several threads at once; none
+// shares library-wide state.
 #ifndef ZELSTR_LENGTH_H
 #define ZELSTR_LENGTH_H
 

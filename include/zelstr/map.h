@@ -4,8 +4,8 @@
 // translated to); entry 0 never changes, so a translated string keeps its
 // terminator.  NULL is the identity map; ZEAL_STR_BAD_MAP (types.h) the
 // invalid map, which the functions report before falling back to their
-// unmapped counterparts.  Maps are read-only once made and may be shared by
-// threads.  The caller releases every map it was given with _zmapfree.
+// unmapped counterparts.  Maps are read-only once made.  The caller releases
+// every map it was given with _zmapfree.
 //
 // Definitions are elements separated by blanks (the space only):
 //   "A-Z=a-z"   a range: a..z take the images of A..Z (pairwise)
@@ -17,6 +17,13 @@
 // syntax error gives ZEAL_STR_BAD_MAP (a warning and a notice showing the
 // definition with the element marked <<...>>).  Ranges compare and walk the
 // bytes as signed values: a range cannot run across 0x80.
+//
+// Threads: every function here may run on several threads at once, with one
+// map or several, except two that share library-wide state: _zmapdefine
+// when it reports a syntax error or a conflict (the text is composed in the
+// print arena, scratch.h) and _zmapdump2string (its static buffer).  Call
+// those from one thread at a time, and free a map only once no thread uses
+// it.
 #ifndef ZELSTR_MAP_H
 #define ZELSTR_MAP_H
 

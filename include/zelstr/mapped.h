@@ -18,9 +18,12 @@
 // function first (toupper, or tolower for the two `icmp` comparisons), then
 // map; _zmapstrichr alone maps first, then folds the images with toupper.
 //
-// Every function only reads the map, and none but _zmapstristr,
-// _zmapstrichr, _zmapstrdiffpoint (ignoring case) and the fallbacks touch
-// library-wide state: one map may be used by several threads at once.
+// Threads: every function only reads the map and keeps its search state on
+// the stack, so one map may be used by several threads at once.  Only these
+// share library-wide state: _zmapstristr, _zmapstrichr and _zmapstrdiffpoint
+// with `case_sensitive` 0 (the toupper table), and every fallback to a plain
+// function for a NULL or invalid map (that function's state, if it has
+// any).  Call those from one thread at a time.
 #ifndef ZELSTR_MAPPED_H
 #define ZELSTR_MAPPED_H
 

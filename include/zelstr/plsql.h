@@ -5,6 +5,14 @@
 // case kept, an inner quotation mark doubled).  The data dictionary keeps
 // the system form: a regular name in upper case, a delimited name without
 // its quotation marks.
+//
+// Threads: _zplsqlstrupper (its table is built once, safely, on first use)
+// and the CHPLSQL members IsReservedWord and the qualified-name ones may run
+// on several threads at once.  The other functions and members read the
+// connection's settings (sqlsettings.h) and the shared tables of allowed
+// characters, built through the set-definition cache (setdef.h), unless
+// _zplsql2sysname (or NormalizeId) is given a delimited name: call them
+// from one thread at a time.
 #ifndef ZELSTR_PLSQL_H
 #define ZELSTR_PLSQL_H
 

@@ -1,4 +1,9 @@
 // position.h - positions in strings.
+//
+// Threads: every function here may run on several threads at once, except
+// _zstrichr and _zstrrichr: they read the library-wide table of toupper,
+// rebuilt unguarded when the locale changes, so call them from one thread at
+// a time.
 #ifndef ZELSTR_POSITION_H
 #define ZELSTR_POSITION_H
 

@@ -1,8 +1,16 @@
 // quote.h - framing strings with quotes or a pair of characters, and
 // testing their heads and tails.
 //
-// The ...ed functions return a static buffer of the library, overwritten by
-// the next call of the same function (not safe on two threads at once).
+// The ...ed functions return a static buffer of the library (_zstrunquoted
+// only when `dest` is NULL), overwritten by the next call of the same
+// function.
+//
+// Threads: those static buffers, the clone arena of the copying _zstrdoubleq
+// and the print arena, where _zstrunquoted composes its warnings about the
+// string's ends, are library-wide: call those functions from one thread at
+// a time.  The in-place framing, the in-place _zstrdoubleq, the head and
+// tail tests, and _zstrunquoted given a `dest` and a string framed as asked
+// may run on several threads at once.
 #ifndef ZELSTR_QUOTE_H
 #define ZELSTR_QUOTE_H
 

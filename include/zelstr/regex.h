@@ -20,9 +20,19 @@
 //
 // Compiling and matching do not warn: they set the text Tcl_GetRegError
 // returns (cleared when each compile or match starts).  Tcl_CompileRE and
-// Tcl_MatchRE cache their expressions and report warnings.  Nothing here is
-// guarded: one thread at a time, and a compiled expression keeps the results
-// of its last match.
+// Tcl_MatchRE cache their expressions and report warnings.  A compiled
+// expression keeps the results of its last match.
+//
+// Threads: compiling, matching, the error text, the backslash switch and the
+// two caching calls share the engine's library-wide state, unguarded: the
+// error text, the switch, the compile work buffer, the buffer of an attached
+// text's pattern, the backtracking stack kept from one match to the next,
+// the two caches, and for Tcl_MatchRE's plain-text shortcut the forward
+// search's preparation (search.h).  Call them from one thread at a time.
+// _zstrrev, Tcl_ReplaceRegExpEscapedChars, TCL_DigNextPointer,
+// Tcl_CreateInterp and Tcl_DeleteInterp share nothing; Tcl_RegExpRange,
+// Tcl_RegExpRewriteSubMatches and Tcl_GetGroupsCount only read their
+// expression, which must not be matched meanwhile.
 #ifndef ZELSTR_REGEX_H
 #define ZELSTR_REGEX_H
 
@@ -53,6 +63,16 @@ ZELSTR_API int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re);
 ZELSTR_API int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re);
 ZELSTR_API int Tcl_RegExpMatch(Tcl_Interp* interp, char const* string, char const* start,
                                Tcl_RegExp_* re);
+
+// Matches from `string` on, inside the larger text that begins at `start`:
+// the first match that begins at or after `string`, where '^' still means
+// `start` only (so a caller can find every match of a line in turn, each
+// search beginning where the last match ended).  `string` must lie in the
+// text of `start`.  1, 0 or -1 as above: a NULL argument sets "Invalid NULL
+// parameter.", a `string` before `start` "Invalid call. ".  `interp` is not
+// used.
+ZELSTR_API int Tcl_RegExpExec(Tcl_Interp* interp, Tcl_RegExp_* re, char const* string,
+                              char const* start);
 
 // The start and end of group `index` (0: the whole match) of the last match,
 // NULL for a group that took no part; for index 0 of an expression with an

@@ -13,6 +13,15 @@
 // Each run takes linear time: the occurrences are found in one pass and the
 // buffer is rebuilt once (from the end when it grows), leaving exactly the
 // bytes, up to size + 1, that shifting the tail at each occurrence would.
+//
+// Threads: _zstrr1replace, _zstrdeltalen, _zstrmultideltalen,
+// _zstrcpyNreplace and _zstrclean share no library-wide state and may run on
+// several threads at once.  The others share some, unguarded, so call them
+// from one thread at a time: the forward search's preparation (search.h;
+// _zstrNreplace and _zstr1replace with their `i` and `Ex` forms, the multi
+// replacements, _zstrNby0replace), the toupper table (the `i` forms), the
+// compiled set definition (setdef.h; the `Ex` forms, _zstrmultireplace1
+// given delimiters, _zstrlonesomize) or the purge buffer (_zstrpurge).
 #ifndef ZELSTR_REPLACE_H
 #define ZELSTR_REPLACE_H
 

@@ -2,6 +2,9 @@
 //
 // Both tests upper-case a copy of the word (ASCII letters only), so they
 // ignore case; the caller's string is not changed.
+//
+// Threads: both tests may run on several threads at once: the word lists
+// are constant tables built into the library.
 #ifndef ZELSTR_RESERVED_H
 #define ZELSTR_RESERVED_H
 

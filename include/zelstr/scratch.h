@@ -3,7 +3,13 @@
 // _zstrclone, _zstrprintf and _zstrvprintf each write into a static arena of
 // 640 KB and hand out areas of it one after the other.  Their results are
 // never released by the caller; each stays valid until the arena wraps and
-// later results overwrite it.  Nothing here is guarded: one thread at a time.
+// later results overwrite it.
+//
+// Threads: the three arenas are library-wide and unguarded: call the three
+// functions, and the library's functions that take their results or
+// compose their warnings there (each header says which), from one thread at
+// a time.  set_message_box_handler may run on any thread; the handler runs
+// on the thread whose area or result was cut.
 #ifndef ZELSTR_SCRATCH_H
 #define ZELSTR_SCRATCH_H
 

@@ -1,9 +1,16 @@
 // search.h - searching strings: forward, delimited, backward, and counting.
 //
-// The forward searches keep library-wide state between calls (the last
-// pattern's length and preparation), which the library's own loops reuse
-// from one occurrence to the next.  None of it is guarded: one thread at a
-// time.
+// The forward searches keep the last pattern's length and preparation
+// between calls, which the library's own loops reuse from one occurrence to
+// the next.
+//
+// Threads: _zstrstr, _zstristr, _zstrstr1 and _zstristr1 share that
+// preparation (one for each case mode) and the last delimiter list, and the
+// case-insensitive searches and counts read the library-wide table of
+// toupper, rebuilt when the locale changes; none of it is guarded, so call
+// them from one thread at a time.  _zstrrstr, _zstrstrcnt, _zstrccnt,
+// _zstrstr2chars and _zstrstr3chars keep their state on the stack and may
+// run on several threads at once.
 #ifndef ZELSTR_SEARCH_H
 #define ZELSTR_SEARCH_H
 

@@ -12,6 +12,12 @@
 // The last definition used (when shorter than 256 bytes) is kept compiled:
 // applying one definition to many strings in a row costs a text comparison
 // per call.  The `i` forms ignore the case of the ASCII letters only.
+//
+// Threads: every function here uses that compiled definition (one for the
+// member tests, one for the others), library-wide and unguarded, and shares
+// it with every other reader of set definitions (the `Ex` replacements,
+// _zstrmultireplace1, _zstrlonesomize, the SQL settings): call them from one
+// thread at a time.
 #ifndef ZELSTR_SETDEF_H
 #define ZELSTR_SETDEF_H
 

@@ -10,8 +10,7 @@
 //   PL/SQL: version 152, names up to 30 characters, database-link names up
 //           to 512, first characters "[A-Z]".
 //
-// A connection without settings of its own uses the defaults.  The settings
-// are not locked: do not change them while other threads use them.
+// A connection without settings of its own uses the defaults.
 //
 // The first-character definitions are set definitions ("[A-Z_]", see
 // setdef.h) or plain lists of characters ("ABC"); the characters allowed at
@@ -20,6 +19,13 @@
 // definition selects the default; one that has only one of its brackets
 // selects it too, with a warning.  Trailing blanks of a definition are cut
 // in the caller's own string (it must be writable when it has some).
+//
+// Threads: nothing here is locked, and every call shares library-wide state:
+// the settings, whose look-up writes a one-entry cache even when it only
+// reads them (and makes a language's default entry on first need), and for
+// the two builders the shared tables and the set-definition cache
+// (setdef.h).  Call these functions, and the dialect members that read the
+// settings (tsql.h, plsql.h), from one thread at a time, even to read.
 #ifndef ZELSTR_SQLSETTINGS_H
 #define ZELSTR_SQLSETTINGS_H
 

@@ -1,5 +1,8 @@
 // trim.h - removing blanks or chosen characters from the ends of a string,
 // in place.
+//
+// Threads: every function here may run on several threads at once; none
+// shares library-wide state.
 #ifndef ZELSTR_TRIM_H
 #define ZELSTR_TRIM_H
 

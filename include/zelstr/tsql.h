@@ -1,4 +1,11 @@
 // tsql.h - T-SQL code and names.
+//
+// Threads: _zmaptsqlapply, which only reads its map, and the CHTSQL members
+// NormalizeId, GetNormalizedId, IsReservedWord and the qualified-name ones
+// may run on several threads at once.  IsValidSysName, DenormalizeId and
+// GetDenormalizedId read the connection's settings (sqlsettings.h) and the
+// shared tables of allowed characters, built through the set-definition
+// cache (setdef.h): call them from one thread at a time.
 #ifndef ZELSTR_TSQL_H
 #define ZELSTR_TSQL_H
 

@@ -1,4 +1,6 @@
 // types.h - values shared by every part of the library.
+//
+// Threads: only constants are defined here; they may be used on any thread.
 #ifndef ZELSTR_TYPES_H
 #define ZELSTR_TYPES_H
 

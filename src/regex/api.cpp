@@ -111,16 +111,26 @@ Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp*, char const* pattern) {
 }
 
 int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re) {
+  return Tcl_RegExpExec(nullptr, re, string, string);
+}
+
+// Every match comes here: the arguments and the check byte are tested, the
+// error text cleared or set, before the program runs.
+int Tcl_RegExpExec(Tcl_Interp*, Tcl_RegExp_* re, char const* string, char const* start) {
   clear_error();
-  if (string == nullptr || re == nullptr) {
-    set_error(msg::kReNullParameter);
+  char const* error = nullptr;
+  if (string == nullptr || start == nullptr || re == nullptr) {
+    error = msg::kReNullParameter;
+  } else if (string < start) {
+    error = msg::kReInvalidCall;
+  } else if (static_cast<unsigned char>(re->program[0]) != kCheckByte) {
+    error = msg::kReCorruptedProgram;
+  }
+  if (error != nullptr) {
+    set_error(error);
     return -1;
   }
-  if (static_cast<unsigned char>(re->program[0]) != kCheckByte) {
-    set_error(msg::kReCorruptedProgram);
-    return -1;
-  }
-  return execute(re, string);
+  return execute(re, start, string);
 }
 
 int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) {

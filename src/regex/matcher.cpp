@@ -275,21 +275,21 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
 
 }  // namespace
 
-int execute(Tcl_RegExp_* re, char const* subject) {
+int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
   try {
-    if (re->must != nullptr && !contains_required(re, subject)) return 0;
+    if (re->must != nullptr && !contains_required(re, from)) return 0;
     KeptStack stack;
     Run run(re, subject, stack.get());
-    if (re->anchored) return run.try_at(subject);
+    if (re->anchored) return from == subject ? run.try_at(subject) : 0;
     if (re->start_char != '\0') {
-      for (char const* s = std::strchr(subject, re->start_char); s != nullptr;
+      for (char const* s = std::strchr(from, re->start_char); s != nullptr;
            s = std::strchr(s + 1, re->start_char)) {
         int const r = run.try_at(s);
         if (r != 0) return r;
       }
       return 0;
     }
-    for (char const* s = subject;; ++s) {
+    for (char const* s = from;; ++s) {
       if (!re->first_bytes_known || re->first_bytes.has(static_cast<unsigned char>(*s))) {
         int const r = run.try_at(s);
         if (r != 0) return r;

@@ -6,10 +6,12 @@ struct Tcl_RegExp_;
 
 namespace zelstr::regex {
 
-// Finds the first position of `subject` where the program matches and keeps
-// the ranges in the record: 1, 0 for no match, -1 on an error (its text
-// set).  `re` and `subject` are not NULL and the check byte was tested.
-int execute(Tcl_RegExp_* re, char const* subject);
+// Finds the first position of `subject`, from `from` on, where the program
+// matches and keeps the ranges in the record: 1, 0 for no match, -1 on an
+// error (its text set).  '^' matches at `subject` only.  `re`, `subject`
+// and `from` are not NULL, `from` lies in the subject, and the check byte
+// was tested.
+int execute(Tcl_RegExp_* re, char const* subject, char const* from);
 
 }  // namespace zelstr::regex
 

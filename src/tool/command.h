@@ -26,6 +26,12 @@ struct Option {
   char const* help;
 };
 
+// Two options of a command that cannot be used together.
+struct Conflict {
+  char const* first;
+  char const* second;
+};
+
 // An example for the help: a shell command line and what it prints.
 struct Example {
   char const* command;
@@ -41,6 +47,7 @@ struct Command {
   Example example;
   char const* exit_status;  // what 0 and 1 mean for this command
   int (*run)(Invocation& invocation);
+  std::span<Conflict const> conflicts = {};
 };
 
 std::span<Command const> commands();
@@ -49,7 +56,16 @@ Command const* find_command(char const* name);
 // Options every subcommand takes.
 inline constexpr Option kCommonOptions[] = {
     {"-W", nullptr, "print the library's warnings on standard error"},
-    {"--help", nullptr, "print this help"},
+    {"--help", nullptr, "print this help (also -h)"},
+};
+
+// The tool's own options, before any command.
+inline constexpr Option kToolOptions[] = {
+    {"-W", nullptr, "print the library's warnings on standard error"},
+    {"--help", nullptr, "print the list of commands, or a command's help (also -h)"},
+    {"--version", nullptr, "print the versions of the tool and of the library it runs"},
+    {"--man", nullptr, "print the manual page (roff)"},
+    {"--bash-completion", nullptr, "print the bash completion script"},
 };
 
 }  // namespace zelstr::tool

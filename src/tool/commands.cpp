@@ -43,11 +43,18 @@ constexpr Option kReplaceOptions[] = {
     {"--delimiters", "SETDEF",
      "replace only occurrences that no member of the set touches on either side"},
 };
+constexpr Conflict kReplaceConflicts[] = {
+    {"--first", "--last"},
+    {"--last", "-i"},
+    {"--first", "--delimiters"},
+    {"--last", "--delimiters"},
+};
 constexpr Option kTrimOptions[] = {
     {"--left", nullptr, "trim the beginning only"},
     {"--right", nullptr, "trim the end only"},
-    {"--chars", "LIST", "trim these characters instead of blanks"},
+    {"--chars", "LIST", "trim the characters of LIST (each one as it is) instead of spaces"},
 };
+constexpr Conflict kTrimConflicts[] = {{"--left", "--right"}};
 constexpr Option kQuoteOptions[] = {
     {"-c", "CHAR", "the quote (default ')"},
 };
@@ -56,11 +63,11 @@ constexpr Option kCmpOptions[] = {
     {"-n", "COUNT", "compare at most COUNT bytes"},
 };
 constexpr Option kMapOptions[] = {
-    {"--dump", nullptr, "print the bytes the map changes instead of translating"},
+    {"--dump", nullptr, "print the characters the map changes instead of translating"},
 };
 constexpr Option kGrepOptions[] = {
-    {"-o", nullptr, "print only the matched text"},
-    {"-g", "N", "print only what group N of the pattern matched"},
+    {"-o", nullptr, "print every match of each line, one a line, instead of the line"},
+    {"-g", "N", "print what group N of the pattern matched in every match, one a line"},
     {"-n", nullptr, "print each line's number first"},
     {"-c", nullptr, "print only the number of matching lines of each file"},
 };
@@ -75,10 +82,13 @@ constexpr Option kSqlcaseOptions[] = {
      "text between double quotation marks is a name (mapped), not a literal (QUOTED_IDENTIFIER "
      "ON)"},
 };
+constexpr Conflict kSqlcaseConflicts[] = {{"--lower", "--upper"}};
 constexpr Option kReswordOptions[] = {
     {"--tsql", "VERSION", "a T-SQL version: 4, 6 to 17, or 2004 and 2006 to 2017"},
-    {"--oracle", "VERSION", "an Oracle version, such as 102, 120, 1160 or 152"},
+    {"--oracle", "VERSION",
+     "an Oracle version: 102 to 105, 107 to 110, 120, 130, 140, 150 to 152, or 1160 to 1165"},
 };
+constexpr Conflict kReswordConflicts[] = {{"--tsql", "--oracle"}};
 constexpr Option kSysnameOptions[] = {
     {"--kind", "KIND",
      "what the name is: 4 an ordinary name (default), 2 a database link, 8 a name that may "
@@ -102,7 +112,9 @@ constexpr Command kCommands[] = {
      "print the initial run of each line made of members of a set",
      "For each line of the files (or of standard input), prints the length of its\n"
      "initial run of bytes that are members of the set SETDEF, a tab, and the run.\n"
-     "A set is written as ranges and single characters, such as [a-zA-Z_0-9].\n",
+     "A set is written between [ and ] as single characters and ranges x-y, such\n"
+     "as [a-zA-Z_0-9]; a ` takes the character after it as it is ([`-`]]).\n"
+     "With --complement, the run of bytes that are not members.\n",
      kSpanOptions,
      {"printf 'sp_who2 x\\n2sp\\n' | zelstr span '[a-z_]'", "6\tsp_who\n0\t\n"},
      "0: a line began with a member; 1: none did",
@@ -111,27 +123,30 @@ constexpr Command kCommands[] = {
      "[-i] [--first|--last] [--delimiters SETDEF] FROM TO [FILE...]",
      "replace a string in each line",
      "Prints the files (or standard input) with FROM replaced by TO in each line:\n"
-     "every occurrence, or only the first or the last one.\n",
+     "every occurrence, or only the first or the last one.  With --delimiters,\n"
+     "only the occurrences that no member of the set SETDEF touches (a set is\n"
+     "written as for span, such as [a-zA-Z_0-9]).\n",
      kReplaceOptions,
      {"printf 'select t.id from t\\n' | zelstr replace --delimiters '[a-z_.]' t tab",
       "select t.id from tab\n"},
      "0: a line changed; 1: none did",
-     run_replace},
+     run_replace,
+     kReplaceConflicts},
     {"trim",
      "[--left|--right] [--chars LIST] [FILE...]",
-     "remove blanks (or other characters) around each line",
+     "remove spaces (or other characters) around each line",
      "Prints each line of the files (or of standard input) without its leading and\n"
-     "trailing blanks, or the characters of LIST.\n",
+     "trailing spaces (tabs are kept), or the characters of LIST.\n",
      kTrimOptions,
      {"printf '  SELECT 1  \\n' | zelstr trim --left", "SELECT 1  \n"},
      "0: lines were printed; 1: the input was empty",
-     run_trim},
+     run_trim,
+     kTrimConflicts},
     {"quote",
      "[-c CHAR] [FILE...]",
      "frame each line with quotes",
      "Prints each line of the files (or of standard input) between two quotes.\n"
-     "Quotes inside the line are left as they are; a line longer than 2047 bytes\n"
-     "is cut.\n",
+     "Quotes inside the line are left as they are.\n",
      kQuoteOptions,
      {"printf 'dbo.T\\n' | zelstr quote -c '\"'", "\"dbo.T\"\n"},
      "0: lines were printed; 1: the input was empty",
@@ -159,8 +174,11 @@ constexpr Command kCommands[] = {
      "[--dump] DEFINITION [FILE...]",
      "translate text through a character map",
      "Prints the files (or standard input) with each byte translated through the\n"
-     "character map DEFINITION: pairs TARGET=SOURCE of ranges or characters\n"
-     "separated by commas, such as \"a-z=A-Z\" (upper case to lower case).\n",
+     "character map DEFINITION: elements separated by spaces, each SOURCE=TARGET,\n"
+     "where the TARGET characters take the image of the SOURCE characters: a\n"
+     "range s1-s2=t1-t2 (t1 to t2 become what s1 to s2 are) or a chain\n"
+     "s=t1=t2... (t1, t2... become what s is).  \"a-z=A-Z\" turns A-Z into a-z\n"
+     "(lower case), \"A-Z=a-z\" upper-cases, \"_=-\" turns - into _.\n",
      kMapOptions,
      {"printf 'SELECT 1\\n' | zelstr map 'a-z=A-Z'", "select 1\n"},
      "0: text was translated; 1: the input was empty",
@@ -170,7 +188,9 @@ constexpr Command kCommands[] = {
      "print the lines that match a regular expression",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
      "regular expression of the library's engine: alternation |, groups ( ), * + ?,\n"
-     "bracket lists such as [[:alpha:]_].\n",
+     "bracket lists such as [[:alpha:]_].  With -o (or -g N), prints instead each\n"
+     "match of the line in turn (or what group N matched in it); empty matches,\n"
+     "and matches in which group N is empty or takes no part, print nothing.\n",
      kGrepOptions,
      {"printf 'EXEC sp_who\\nSELECT 1\\n' | zelstr grep -g 1 'EXEC (sp_[a-z]+)'", "sp_who\n"},
      kLinesFound,
@@ -190,13 +210,15 @@ constexpr Command kCommands[] = {
      "Prints the T-SQL code of the files (or of standard input) in lower or upper\n"
      "case.  String literals ('...', N'...', and \"...\" unless --quoted-id) and\n"
      "comments (-- and nested /* */) are kept as they are; names in [...] are\n"
-     "mapped.  Code whose literal, comment or name is not closed is printed as\n"
-     "well, with an error.\n",
+     "mapped.  A literal or comment that is not closed is kept as it is to the\n"
+     "end, a name that is not closed is mapped to the end; either is printed,\n"
+     "then reported as an error.\n",
      kSqlcaseOptions,
      {"printf \"SELECT [Name], N'Keep' FROM T -- As Is\\n\" | zelstr sqlcase --lower",
       "select [name], N'Keep' from t -- As Is\n"},
      "0: code was printed; 1: the input was empty",
-     run_sqlcase},
+     run_sqlcase,
+     kSqlcaseConflicts},
     {"resword",
      "--tsql VERSION|--oracle VERSION [WORD...]",
      "tell whether words are reserved in a server version",
@@ -205,7 +227,8 @@ constexpr Command kCommands[] = {
      kReswordOptions,
      {"zelstr resword --tsql 2016 PIVOT name", "PIVOT: reserved\nname: not reserved\n"},
      "0: a word was reserved; 1: none was",
-     run_resword},
+     run_resword,
+     kReswordConflicts},
     {"sysname",
      "[--kind KIND] [NAME...]",
      "convert PL/SQL names to their system form",
@@ -214,7 +237,7 @@ constexpr Command kCommands[] = {
      "single), a regular name is upper-cased and must be valid.\n",
      kSysnameOptions,
      {"zelstr sysname emp '\"Mixed Case\"'", "EMP\nMixed Case\n"},
-     "0: every name was converted; 1: one was not",
+     "0: every name was converted; 1: one was not, or there was none",
      run_sysname},
     {"plsqlname",
      "[NAME...]",
@@ -224,7 +247,7 @@ constexpr Command kCommands[] = {
      "name or is a reserved word.\n",
      {},
      {"zelstr plsqlname EMP 'Mixed Case' VARRAY", "EMP\n\"Mixed Case\"\n\"VARRAY\"\n"},
-     "0: every name was converted; 1: one was not",
+     "0: every name was converted; 1: one was not, or there was none",
      run_plsqlname},
     {"demo",
      "",

@@ -40,6 +40,31 @@ bool parse_group(Invocation& inv, Tcl_RegExp_* re, int& group) {
   return true;
 }
 
+// Prints every match of `line` in turn (or what group `group` matched in
+// each), skipping empty ones; a search begins where the last match ended,
+// one byte further after an empty match.  False when the engine failed.
+bool print_matches(Input const& in, char* line, std::size_t length, Tcl_RegExp_* re, int group,
+                   LinePrinter& printer) {
+  char const* const line_end = line + length;
+  for (char const* from = line;;) {
+    int const r = Tcl_RegExpExec(nullptr, re, from, line);
+    if (r != 1) return r == 0;
+    char const *start = nullptr, *end = nullptr;
+    Tcl_RegExpRange(re, 0, &start, &end);
+    printer.count_line(in);
+    if (end == start) {
+      if (end >= line_end) return true;
+      from = end + 1;
+    } else {
+      from = end;
+    }
+    if (group != 0) Tcl_RegExpRange(re, group, &start, &end);
+    if (start != nullptr && end != start) {
+      printer.print_part(in, {start, static_cast<std::size_t>(end - start)});
+    }
+  }
+}
+
 }  // namespace
 
 // grep [-o] [-g N] [-n] [-c] PATTERN [FILE...]
@@ -52,24 +77,24 @@ int run_grep(Invocation& inv) {
   }
   int group = 0;
   if (!parse_group(inv, re.get(), group)) return kError;
-  bool const part = inv.flag("-o") || inv.value("-g") != nullptr;
+  bool const parts = inv.flag("-o") || inv.value("-g") != nullptr;
   LinePrinter printer(inv, inv.operands().subspan(1));
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
     char* line;
     std::size_t length;
     while (in.next_line(line, length)) {
-      // A line of a CRLF file matches without its carriage return.
-      bool const cr = length > 0 && line[length - 1] == '\r';
-      if (cr) line[length - 1] = '\0';
-      bool const match = Tcl_RegExpMatch(line, re.get()) == 1;
-      char const *start = nullptr, *end = nullptr;
-      if (match && part) Tcl_RegExpRange(re.get(), group, &start, &end);
-      if (cr) line[length - 1] = '\r';
-      if (!match) continue;
-      if (!part) {
-        printer.print(in, line, length);
-      } else if (start != nullptr) {
-        printer.print(in, start, static_cast<std::size_t>(end - start));
+      bool ok = true;
+      if (parts) {
+        ok = print_matches(in, line, length, re.get(), group, printer);
+      } else if (int const r = Tcl_RegExpMatch(line, re.get()); r == 1) {
+        printer.print_line(in, {line, length});
+      } else {
+        ok = r == 0;
+      }
+      if (!ok) {
+        inv.error("%s:%llu: the match failed: %s", in.name(),
+                  static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
+        break;
       }
     }
     printer.end_of(in);

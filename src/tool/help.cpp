@@ -13,6 +13,16 @@ namespace {
 
 constexpr char kErrorStatus[] = "2: an error (a message on standard error)";
 
+// The one rule every command follows for line ends.
+constexpr char kLineEnds[] =
+    "Line ends: a line ends at a line feed (LF) or a carriage return and line\n"
+    "feed (CRLF).  The end is not part of the line: no command matches, counts,\n"
+    "trims, quotes or translates it, and every line a command prints keeps the\n"
+    "end it came with.  A last line without an end is printed without one by\n"
+    "the commands that pass every line on (replace, trim, quote, unquote, map,\n"
+    "sqlcase) and with LF by the others; matched parts, counts, offsets and\n"
+    "answers end with LF.";
+
 std::string option_label(Option const& o) {
   return o.value != nullptr ? std::string(o.name) + " " + o.value : std::string(o.name);
 }
@@ -64,16 +74,17 @@ void print_overview(std::FILE* out) {
                "       zelstr COMMAND --help | zelstr --help | zelstr --version\n\n"
                "Runs the ZelStr32 string library on text and SQL code.  Commands read the\n"
                "files named (or standard input) and write standard output; the exit status\n"
-               "is 0 when something was found, 1 when nothing was, 2 on an error.  -W\n"
-               "prints the library's warnings on standard error.\n\ncommands:\n");
+               "is 0 when something was found, 1 when nothing was, 2 on an error.\n\n"
+               "%s\n\noptions:\n",
+               kLineEnds);
+  print_options(out, kToolOptions);
+  std::fprintf(out, "\ncommands:\n");
   for (Command const& c : commands()) std::fprintf(out, "  %-10s %s\n", c.name, c.summary);
-  std::fprintf(out,
-               "\nzelstr --man prints the manual page, zelstr --bash-completion the bash\n"
-               "completion script.\n");
 }
 
 void print_command_help(std::FILE* out, Command const& c) {
-  std::fprintf(out, "usage: zelstr %s %s\n\n%s\noptions:\n", c.name, c.synopsis, c.description);
+  std::fprintf(out, "usage: zelstr %s%s%s\n\n%s\noptions:\n", c.name,
+               *c.synopsis != '\0' ? " " : "", c.synopsis, c.description);
   print_options(out, c.options);
   print_options(out, kCommonOptions);
   if (c.example.command != nullptr) {
@@ -97,8 +108,13 @@ void print_man_page(std::FILE* out) {
                "files named, or standard input when there are none or for \\-, a line or\n"
                "a block at a time, and write standard output.  Text holding a zero byte is\n"
                "refused as binary data.\n"
-               ".SH OPTIONS\nEvery command takes these options:\n",
-               ZELSTR_VERSION);
+               ".SS \"Line ends\"\n%s\n"
+               ".SH OPTIONS\nBefore any command:\n",
+               ZELSTR_VERSION, roff(kLineEnds).c_str());
+  for (Option const& o : kToolOptions) {
+    std::fprintf(out, ".TP\n.B %s\n%s\n", roff(o.name).c_str(), roff(o.help).c_str());
+  }
+  std::fprintf(out, ".PP\nEvery command takes these options:\n");
   for (Option const& o : kCommonOptions) {
     std::fprintf(out, ".TP\n.B %s\n%s\n", roff(o.name).c_str(), roff(o.help).c_str());
   }
@@ -121,13 +137,15 @@ void print_bash_completion(std::FILE* out) {
                "  done\n"
                "  local words\n"
                "  case $command in\n"
-               "    '') words='-W --help --version");
+               "    '') words='");
+  for (Option const& o : kToolOptions) std::fprintf(out, "%s ", o.name);
   for (Command const& c : commands()) std::fprintf(out, " %s", c.name);
   std::fprintf(out, "' ;;\n");
   for (Command const& c : commands()) {
     std::fprintf(out, "    %s) words='", c.name);
     for (Option const& o : c.options) std::fprintf(out, "%s ", o.name);
-    std::fprintf(out, "-W --help' ;;\n");
+    for (Option const& o : kCommonOptions) std::fprintf(out, "%s ", o.name);
+    std::fprintf(out, "' ;;\n");
   }
   std::fprintf(out,
                "  esac\n"

@@ -72,8 +72,13 @@ bool Input::next_line(char*& line, std::size_t& length) {
     if (end != nullptr) {
       line = m_buffer.data() + m_start;
       length = static_cast<std::size_t>(static_cast<char*>(end) - line);
-      *static_cast<char*>(end) = '\0';
       m_start += length + 1;
+      m_line_end = "\n";
+      if (length > 0 && line[length - 1] == '\r') {
+        --length;
+        m_line_end = "\r\n";
+      }
+      line[length] = '\0';
       ++m_line_number;
       return true;
     }
@@ -85,15 +90,21 @@ bool Input::next_line(char*& line, std::size_t& length) {
   line = m_buffer.data() + m_start;
   length = m_buffer.size() - 1 - m_start;
   m_start = m_buffer.size();
+  m_line_end = "";
   ++m_line_number;
   return true;
 }
 
 void write_out(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }
 
-void write_line(char const* data, std::size_t length) {
-  write_out(data, length);
-  std::fputc('\n', stdout);
+void write_passed_line(Input const& in, std::string_view text) {
+  write_out(text);
+  write_out(in.line_end());
+}
+
+void write_picked_line(Input const& in, std::string_view text) {
+  write_out(text);
+  write_out(in.line_end().empty() ? std::string_view("\n") : in.line_end());
 }
 
 }  // namespace zelstr::tool

@@ -34,10 +34,14 @@ class Input {
   // error (reported).
   std::string_view next_block();
 
-  // The next line, without its line feed, zero-terminated in place (valid
-  // until the next call); false at the end or on an error (reported).
+  // The next line, zero-terminated in place (valid until the next call);
+  // false at the end or on an error (reported).  A line ends at a line
+  // feed or a carriage return and line feed: the end is not part of the
+  // line, and line_end() tells which it was ("" for a last line without
+  // one).
   bool next_line(char*& line, std::size_t& length);
   std::uint64_t line_number() const { return m_line_number; }
+  std::string_view line_end() const { return m_line_end; }
 
  private:
   bool fill();  // reads more into m_buffer; false at the end or on an error
@@ -50,6 +54,7 @@ class Input {
   std::size_t m_start = 0;
   std::uint64_t m_offset = 0;  // of m_buffer[0] in the input
   std::uint64_t m_line_number = 0;
+  std::string_view m_line_end;
 };
 
 // Runs `each(input)` on every operand as a file, or on standard input when
@@ -83,7 +88,15 @@ void for_each_line(Invocation& invocation, std::span<char const* const> names, E
 // Writes to standard output.
 void write_out(char const* data, std::size_t length);
 inline void write_out(std::string_view s) { write_out(s.data(), s.size()); }
-void write_line(char const* data, std::size_t length);
+
+// A line of `in` that the command changed or passed on whole: with the end
+// the line came with, none for a last line that had none (so that a text
+// goes through unchanged but for what the command does).
+void write_passed_line(Input const& in, std::string_view text);
+// A line or a result the command picked out of its input: with the end the
+// line came with, or a line feed for a last line that had none (so that
+// results from several inputs never run together).
+void write_picked_line(Input const& in, std::string_view text);
 
 }  // namespace zelstr::tool
 

@@ -2,6 +2,8 @@
 // zelstr tool.
 #include "tool/invocation.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -32,71 +34,142 @@ void receive_warning(errsvc::Record const& r) {
   }
 }
 
-bool is_option_word(char const* word) { return word[0] == '-' && word[1] != '\0'; }
+// "--name=value" given to a flag: CLI11 would take the value as the flag's
+// count, so such a word is refused before it sees it.
+Option const* flag_with_value(Command const& command, char const* word) {
+  char const* const equals = std::strchr(word, '=');
+  if (word[0] != '-' || word[1] != '-' || equals == nullptr) return nullptr;
+  auto const length = static_cast<std::size_t>(equals - word);
+  for (Option const& o : command.options) {
+    if (o.value == nullptr && std::strlen(o.name) == length &&
+        std::strncmp(o.name, word, length) == 0) {
+      return &o;
+    }
+  }
+  return nullptr;
+}
+
+// The option CLI11 names at the start of its message ("-g: 1 required TEXT
+// missing").
+Option const* option_named_in(Command const& command, std::string const& message) {
+  std::string const name = message.substr(0, message.find(':'));
+  for (Option const& o : command.options) {
+    if (name == o.name) return &o;
+  }
+  return nullptr;
+}
+
+// "--name=": an empty value, which CLI11 would take from the next word.
+bool has_empty_value(char const* word) {
+  std::size_t const length = std::strlen(word);
+  return length > 3 && word[0] == '-' && word[1] == '-' &&
+         std::strchr(word, '=') == word + length - 1;
+}
+
+// The words as CLI11 reads them: from the back, "--name=" as "--name" "".
+std::vector<std::string> words_for_cli11(std::span<char* const> args) {
+  std::vector<std::string> words;
+  auto const options_end = std::find_if(
+      args.begin(), args.end(), [](char const* word) { return std::strcmp(word, "--") == 0; });
+  for (auto i = args.end(); i != args.begin();) {
+    char const* const word = *--i;
+    if (i < options_end && has_empty_value(word)) {
+      words.emplace_back();
+      words.emplace_back(word, std::strlen(word) - 1);
+    } else {
+      words.emplace_back(word);
+    }
+  }
+  return words;
+}
 
 }  // namespace
 
+// The command line is read by CLI11 (getopt's conventions: "-ic" is "-i
+// -c", "-g1" and "-g 1" are the same, "--name=value" and "--name value" too,
+// options may stand anywhere, "--" ends them), from the options of the
+// command table; words it does not know are left over, and are operands or
+// unknown options.  The messages are the tool's own.
 Invocation::Invocation(Command const& command, std::span<char* const> args) : m_command(command) {
-  // Options may come before, between or after the operands, as with the
-  // GNU tools; after "--" every word is an operand.
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    char const* const word = args[i];
-    if (!is_option_word(word)) {
-      m_operands.push_back(word);
-    } else if (std::strcmp(word, "--") == 0) {
-      m_operands.insert(m_operands.end(), args.begin() + static_cast<std::ptrdiff_t>(i) + 1,
-                        args.end());
-      break;
-    } else if (!take_option(args, i)) {
+  for (char const* word : args) {
+    if (std::strcmp(word, "--") == 0) break;
+    if (Option const* o = flag_with_value(command, word)) {
+      usage_error("option '%s' takes no value", o->name);
       return;
     }
   }
+  CLI::App app;
+  app.allow_extras();
+  app.set_help_flag();
+  CLI::Option* const help = app.add_flag("-h,--help");
+  CLI::Option* const warnings = app.add_flag("-W");
+  std::vector<CLI::Option*> declared;
+  for (Option const& o : command.options) {
+    declared.push_back(o.value == nullptr
+                           ? app.add_flag(o.name)
+                           : app.add_option(o.name)->allow_extra_args(false)->multi_option_policy(
+                                 CLI::MultiOptionPolicy::TakeAll));
+  }
+  std::vector<std::string> words = words_for_cli11(args);
+  try {
+    app.parse(words);
+  } catch (CLI::ParseError const& e) {
+    Option const* const o = option_named_in(command, e.what());
+    if (o != nullptr && o->value != nullptr) {
+      usage_error("option '%s' needs a value (%s)", o->name, o->value);
+    } else {
+      usage_error("%s", e.what());
+    }
+    return;
+  }
+  m_help = help->count() > 0;
+  m_warnings = warnings->count() > 0;
+  take_values(declared);
+  if (!take_operands(app.remaining()) || !check_conflicts()) return;
   warning_state().print = m_warnings;
   errsvc::set_sink(receive_warning);
 }
 
-// The option `args[i]` (and its value, which may be the next word):
-// false, with a usage message, when it is refused.
-bool Invocation::take_option(std::span<char* const> args, std::size_t& i) {
-  char const* const word = args[i];
-  if (std::strcmp(word, "--help") == 0 || std::strcmp(word, "-h") == 0) {
-    m_help = true;
-    return true;
-  }
-  if (std::strcmp(word, "-W") == 0) {
-    m_warnings = true;
-    return true;
-  }
-  char const* const equals = word[1] == '-' ? std::strchr(word, '=') : nullptr;
-  std::size_t const length =
-      equals != nullptr ? static_cast<std::size_t>(equals - word) : std::strlen(word);
-  Option const* const o = option(word, length);
-  if (o == nullptr) {
-    usage_error("unknown option '%.*s'", static_cast<int>(length), word);
-    return false;
-  }
-  if (o->value == nullptr) {
-    if (equals != nullptr) {
-      usage_error("option '%s' takes no value", o->name);
-      return false;
+// The options given, in the command table's order, each value kept in
+// m_storage (whose strings m_values points at).
+void Invocation::take_values(std::vector<CLI::Option*> const& declared) {
+  m_storage.reserve(declared.size());
+  for (std::size_t i = 0; i < declared.size(); ++i) {
+    Option const& o = m_command.options[i];
+    if (o.value == nullptr) {
+      if (declared[i]->count() > 0) m_values.emplace_back(o.name, "");
+    } else {
+      m_storage.push_back(declared[i]->results());
+      for (std::string const& v : m_storage.back()) m_values.emplace_back(o.name, v.c_str());
     }
-    m_values.emplace_back(o->name, "");
-  } else if (equals != nullptr) {
-    m_values.emplace_back(o->name, equals + 1);
-  } else if (i + 1 < args.size()) {
-    m_values.emplace_back(o->name, args[++i]);
-  } else {
-    usage_error("option '%s' needs a value (%s)", o->name, o->value);
-    return false;
+  }
+}
+
+// The words left over: operands, or unknown options before a "--".
+bool Invocation::take_operands(std::vector<std::string> const& rest) {
+  m_rest = rest;
+  bool options_end = false;
+  for (std::string const& word : m_rest) {
+    if (!options_end && word == "--") {
+      options_end = true;
+    } else if (!options_end && word.size() > 1 && word[0] == '-') {
+      usage_error("unknown option '%s'", word.c_str());
+      return false;
+    } else {
+      m_operands.push_back(word.c_str());
+    }
   }
   return true;
 }
 
-Option const* Invocation::option(char const* name, std::size_t length) const {
-  for (Option const& o : m_command.options) {
-    if (std::strlen(o.name) == length && std::strncmp(o.name, name, length) == 0) return &o;
+bool Invocation::check_conflicts() {
+  for (Conflict const& c : m_command.conflicts) {
+    if (flag(c.first) && flag(c.second)) {
+      usage_error("options '%s' and '%s' cannot be used together", c.first, c.second);
+      return false;
+    }
   }
-  return nullptr;
+  return true;
 }
 
 char const* Invocation::value(char const* name) const {
@@ -127,8 +200,8 @@ int Invocation::usage_error(char const* format, ...) {
   va_start(args, format);
   print(format, args);
   va_end(args);
-  std::fprintf(stderr, "usage: zelstr %s %s\n(see zelstr %s --help)\n", m_command.name,
-               m_command.synopsis, m_command.name);
+  std::fprintf(stderr, "usage: zelstr %s%s%s\n(see zelstr %s --help)\n", m_command.name,
+               *m_command.synopsis != '\0' ? " " : "", m_command.synopsis, m_command.name);
   m_parsed = false;
   m_error = true;
   return kError;

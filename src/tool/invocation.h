@@ -11,13 +11,19 @@
 
 #include "tool/command.h"
 
+namespace CLI {
+class Option;
+}
+
 namespace zelstr::tool {
 
 class Invocation {
  public:
   // Parses `args` (the words after the subcommand's name) by the options
-  // `command` declares, wherever they stand.  A word "--" ends the
-  // options; "--name=value" and "--name value" are the same.
+  // `command` declares, wherever they stand, as getopt_long would: "-ic" is
+  // "-i -c", "-g1" is "-g 1", "--name=value" is "--name value", and a word
+  // "--" ends the options.  Options the command declares as conflicting
+  // are refused together.
   Invocation(Command const& command, std::span<char* const> args);
 
   // False when the command line was refused (the message is printed).
@@ -29,6 +35,8 @@ class Invocation {
   // The option's value ("" for a flag given), the last one given wins;
   // nullptr when it was not given.
   char const* value(char const* name) const;
+  Invocation(Invocation const&) = delete;
+  Invocation& operator=(Invocation const&) = delete;
   std::span<char const* const> operands() const { return m_operands; }
 
   // "zelstr NAME: " + the message on standard error; an error makes the
@@ -46,11 +54,14 @@ class Invocation {
   Command const& command() const { return m_command; }
 
  private:
-  Option const* option(char const* name, std::size_t length) const;
-  bool take_option(std::span<char* const> args, std::size_t& i);
+  void take_values(std::vector<CLI::Option*> const& declared);
+  bool take_operands(std::vector<std::string> const& rest);
+  bool check_conflicts();
   void print(char const* format, va_list args);
 
   Command const& m_command;
+  std::vector<std::vector<std::string>> m_storage;  // the values given, per option
+  std::vector<std::string> m_rest;                  // the words that were not options
   std::vector<std::pair<char const*, char const*>> m_values;
   std::vector<char const*> m_operands;
   bool m_parsed = true, m_help = false, m_warnings = false;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "tool/input.h"
 #include "tool/text_tools.h"
@@ -27,16 +28,19 @@ bool parse_int(char const* text, int& value) {
   return true;
 }
 
+constexpr char kTsqlVersions[] = "4, 6 to 17, or 2004 and 2006 to 2017";
+constexpr char kOracleVersions[] =
+    "102 to 105, 107 to 110, 120, 130, 140, 150 to 152, 1160 to 1165";
+
 // Runs `each(word)` on every operand, or on every line of standard input
-// (without a carriage return) when there are none.
+// when there are none.
 template <class Each>
 void for_each_word(Invocation& inv, Each each) {
   if (!inv.operands().empty()) {
     for (char const* word : inv.operands()) each(null_or(word));
     return;
   }
-  for_each_line(inv, {}, [&each](Input&, char* line, std::size_t length) {
-    if (length > 0 && line[length - 1] == '\r') line[length - 1] = '\0';
+  for_each_line(inv, {}, [&each](Input&, char* line, std::size_t) {
     each(line);
     return true;
   });
@@ -71,21 +75,32 @@ class ConvertedName {
   bool m_owned;
 };
 
+// A name as a message shows it: a long one by its beginning.
+std::string shown(char const* name) {
+  if (name == nullptr) return "(null)";
+  constexpr std::size_t kShown = 60;
+  std::string s(name, strnlen(name, kShown + 1));
+  if (s.size() > kShown) s.replace(kShown, std::string::npos, "...");
+  return s;
+}
+
 // Prints each name converted; a name without a conversion gets a message.
+// Nothing to convert counts as nothing found.
 template <class Convert>
 int convert_names(Invocation& inv, Convert convert) {
-  bool failed = false;
+  bool failed = false, converted_one = false;
   for_each_word(inv, [&](char const* name) {
     ConvertedName const converted(name, convert(name));
     if (converted.get() == nullptr) {
-      inv.notice("'%s' has no %s form", name != nullptr ? name : "(null)",
+      inv.notice("'%s' has no %s form", shown(name).c_str(),
                  std::strcmp(inv.command().name, "sysname") == 0 ? "system" : "source");
       failed = true;
       return;
     }
     std::printf("%s\n", converted.get());
+    converted_one = true;
   });
-  if (!failed) inv.found();
+  if (converted_one && !failed) inv.found();
   return inv.exit_status();
 }
 
@@ -100,14 +115,17 @@ int run_sqlcase(Invocation& inv) {
   for_each_input(inv, inv.operands(), [&](Input& in) {
     TsqlCaseStream stream(map.get(), inv.flag("--quoted-id"), 1 << 20,
                           [](std::string_view s) { write_out(s); });
-    for (std::string_view b; !(b = in.next_block()).empty();) stream.write(b);
+    for (std::string_view b; !(b = in.next_block()).empty();) {
+      stream.write(b);
+      inv.found();
+    }
     std::uint64_t line = 0;
     TsqlCaseStream::Open const open = stream.finish(line);
     if (open != TsqlCaseStream::Open::kNothing && in.ok()) {
-      inv.error("%s: unterminated %s opened on line %llu (kept as it is)", in.name(),
-                describe(open), static_cast<unsigned long long>(line));
+      inv.error("%s: unterminated %s opened on line %llu (%s to the end)", in.name(),
+                describe(open), static_cast<unsigned long long>(line),
+                open == TsqlCaseStream::Open::kName ? "mapped" : "kept as it is");
     }
-    inv.found();
   });
   return inv.exit_status();
 }
@@ -119,9 +137,11 @@ int run_resword(Invocation& inv) {
   if ((tsql == nullptr) == (oracle == nullptr)) {
     return inv.usage_error("one of --tsql and --oracle is needed");
   }
+  char const* const given = tsql != nullptr ? tsql : oracle;
+  char const* const accepted = tsql != nullptr ? kTsqlVersions : kOracleVersions;
   int version = 0;
-  if (!parse_int(tsql != nullptr ? tsql : oracle, version)) {
-    return inv.usage_error("'%s' is not a version number", tsql != nullptr ? tsql : oracle);
+  if (!parse_int(given, version)) {
+    return inv.usage_error("'%s' is not a version number (%s)", given, accepted);
   }
   int (*const reserved)(char const*, int) = tsql != nullptr ? _zistsqlresword : _zisosqlresword;
   // An unhandled version draws a warning from any call on a word that
@@ -129,8 +149,8 @@ int run_resword(Invocation& inv) {
   inv.clear_warning();
   reserved("A", version);
   if (!inv.last_warning().empty()) {
-    inv.error("%s", inv.last_warning().c_str());
-    return kError;
+    return inv.usage_error("%s version %d is not known (%s)", tsql != nullptr ? "T-SQL" : "Oracle",
+                           version, accepted);
   }
   for_each_word(inv, [&](char const* word) {
     bool const is = reserved(word, version) != 0;

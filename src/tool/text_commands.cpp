@@ -27,7 +27,7 @@ int run_find(Invocation& inv) {
       char const* const at = map.given()   ? _zmapstrstr(map.get(), line, pattern)
                              : insensitive ? _zstristr(line, pattern)
                                            : _zstrstr(line, pattern);
-      if (at != nullptr) printer.print(in, line, length);
+      if (at != nullptr) printer.print_line(in, {line, length});
     }
     printer.end_of(in);
   });
@@ -39,20 +39,14 @@ int run_find(Invocation& inv) {
 int run_span(Invocation& inv) {
   if (inv.operands().empty()) return inv.usage_error("no set definition");
   char const* const setdef = inv.operands()[0];
+  if (!check_set_definition(inv, setdef)) return kError;
   bool const complement = inv.flag("--complement");
-  auto const span = [complement, setdef](char const* s) {
-    return complement ? _zstrcspnex(s, setdef) : _zstrspnex(s, setdef);
-  };
-  inv.clear_warning();
-  span("x");
-  if (!inv.last_warning().empty()) {
-    inv.error("bad set definition '%s': %s", setdef, inv.last_warning().c_str());
-    return kError;
-  }
   for_each_line(inv, inv.operands().subspan(1), [&](Input&, char* line, std::size_t) {
-    unsigned const n = span(line);
+    unsigned const n = complement ? _zstrcspnex(line, setdef) : _zstrspnex(line, setdef);
     if (n > 0) inv.found();
-    std::printf("%u\t%.*s\n", n, static_cast<int>(n), line);
+    std::printf("%u\t", n);
+    write_out(line, n);
+    write_out("\n");
     return true;
   });
   return inv.exit_status();
@@ -65,41 +59,59 @@ int run_replace(Invocation& inv) {
   char const* const to = inv.operands()[1];
   if (*from == '\0') return inv.usage_error("FROM is empty");
   bool const first = inv.flag("--first"), last = inv.flag("--last");
-  if (first && last) return inv.usage_error("--first and --last exclude each other");
-  if (last && inv.flag("-i")) return inv.usage_error("--last has no case-blind form");
-  if ((first || last) && inv.flag("--delimiters")) {
-    return inv.usage_error("--delimiters applies to every occurrence only");
-  }
-  Replacer const replace{from, to, inv.flag("-i"), first, last, inv.value("--delimiters")};
+  char const* const delimiters = inv.value("--delimiters");
+  if (delimiters != nullptr && !check_set_definition(inv, delimiters)) return kError;
+  Replacer const replace{from, to, inv.flag("-i"), first, last, delimiters};
   std::string buffer;
   for_each_line(inv, inv.operands().subspan(2), [&](Input& in, char* line, std::size_t length) {
     char const* const result = replace(line, length, buffer);
     if (result == nullptr) {
-      inv.error("%s:%llu: %s", in.name(), static_cast<unsigned long long>(in.line_number()),
-                inv.last_warning().c_str());
+      inv.error("%s:%llu: the line could not be changed", in.name(),
+                static_cast<unsigned long long>(in.line_number()));
       return false;
     }
     if (std::strcmp(result, line) != 0) inv.found();
-    std::printf("%s\n", result);
+    write_passed_line(in, result);
     return true;
   });
   return inv.exit_status();
 }
 
+namespace {
+
+void trim_spaces(char* line, bool left, bool right) {
+  if (left) {
+    _zstrltrim(line);
+  } else if (right) {
+    _zstrrtrim(line);
+  } else {
+    _zstrbtrim(line);
+  }
+}
+
+void trim_chars(char* line, char const* chars, bool left, bool right) {
+  if (left) {
+    _zstrltrimex(line, chars);
+  } else if (right) {
+    _zstrrtrimex(line, chars);
+  } else {
+    _zstrbtrimex(line, chars);
+  }
+}
+
+}  // namespace
+
 // trim [--left|--right] [--chars LIST] [FILE...]
 int run_trim(Invocation& inv) {
   bool const left = inv.flag("--left"), right = inv.flag("--right");
   char const* const chars = inv.value("--chars");
-  for_each_line(inv, inv.operands(), [&](Input&, char* line, std::size_t) {
-    char* result;
-    if (chars != nullptr) {
-      result = left    ? _zstrltrimex(line, chars)
-               : right ? _zstrrtrimex(line, chars)
-                       : _zstrbtrimex(line, chars);
+  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
+    if (chars == nullptr) {
+      trim_spaces(line, left, right);
     } else {
-      result = left ? _zstrltrim(line) : right ? _zstrrtrim(line) : _zstrbtrim(line);
+      trim_chars(line, chars, left, right);
     }
-    std::printf("%s\n", result != nullptr ? result : line);
+    write_passed_line(in, line);
     inv.found();
     return true;
   });
@@ -121,29 +133,35 @@ bool quote_char(Invocation& inv, char fallback, char& quote) {
 
 }  // namespace
 
-// quote [-c CHAR] [FILE...]: each line framed by the quote.
+// quote [-c CHAR] [FILE...]: each line framed by the quote, in place in a
+// copy with room for the two quotes, so that lines of any length are kept
+// whole.
 int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  for_each_line(inv, inv.operands(), [&](Input&, char* line, std::size_t) {
-    std::printf("%s\n", _zstrquoted(line, quote));
+  std::string framed;
+  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t length) {
+    framed.assign(line, length);
+    framed.resize(length + 3, '\0');
+    _zstrenquote(framed.data(), quote);
+    write_passed_line(in, {framed.data(), length + 2});
     inv.found();
     return true;
   });
   return inv.exit_status();
 }
 
-// unquote [-c CHAR] [FILE...]: each line without its framing quotes; a line
-// that is not framed by them is printed as it is (the library's warning
-// says so).
+// unquote [-c CHAR] [FILE...]: each line without its framing quotes, written
+// over the line itself (no length limit); a line that is not framed by them
+// is printed as it is (the library's warning says so).
 int run_unquote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  for_each_line(inv, inv.operands(), [&](Input&, char* line, std::size_t) {
+  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
     inv.clear_warning();
-    char const* const result = _zstrunquoted(line, quote, nullptr);
+    _zstrunquoted(line, quote, line);
     if (inv.last_warning().empty()) inv.found();
-    std::printf("%s\n", result != nullptr ? result : line);
+    write_passed_line(in, line);
     return true;
   });
   return inv.exit_status();

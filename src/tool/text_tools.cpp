@@ -16,9 +16,15 @@ DefinedMap::DefinedMap(Invocation& inv, char const* definition) {
   if (definition == nullptr) return;
   inv.clear_warning();
   void* const map = _zmapdefine(definition);
-  if (map == ZEAL_STR_BAD_MAP || map == nullptr) {
-    inv.error("bad map definition '%s': %s", definition,
-              inv.last_warning().empty() ? "refused" : inv.last_warning().c_str());
+  if (map == ZEAL_STR_BAD_MAP) {
+    inv.error("bad map definition '%s': %s", definition, inv.last_warning().c_str());
+    m_bad = true;
+    return;
+  }
+  if (map == nullptr) {
+    // Valid, but every byte stays itself: most likely not what was meant.
+    inv.error("the map definition '%s' translates no character (see zelstr map --help)",
+              definition);
     m_bad = true;
     return;
   }
@@ -29,19 +35,49 @@ DefinedMap::~DefinedMap() {
   if (m_map != nullptr) _zmapfree(m_map);
 }
 
+bool check_set_definition(Invocation& inv, char const* setdef) {
+  inv.clear_warning();
+  _zstrspnex("x", setdef);
+  if (inv.last_warning().empty()) return true;
+  inv.error(
+      "bad set definition '%s': it is empty or has a syntax error (a set is written "
+      "[members], such as [a-zA-Z_0-9])",
+      setdef);
+  return false;
+}
+
 LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
     : m_inv(inv),
       m_with_names(names.size() > 1),
       m_numbers(inv.flag("-n")),
       m_count_only(inv.flag("-c")) {}
 
-void LinePrinter::print(Input const& in, char const* text, std::size_t length) {
+// Line numbers start from 1 in each input: 0 is no line.
+void LinePrinter::count_line(Input const& in) {
+  if (m_counted_line == in.line_number()) return;
+  m_counted_line = in.line_number();
   m_inv.found();
   ++m_count;
-  if (m_count_only) return;
+}
+
+// Counts the current line (once, however many parts it prints) and prints
+// the prefixes; true when something is to be printed.
+bool LinePrinter::prefix(Input const& in) {
+  count_line(in);
+  if (m_count_only) return false;
   if (m_with_names) std::printf("%s:", in.name());
   if (m_numbers) std::printf("%llu:", static_cast<unsigned long long>(in.line_number()));
-  write_line(text, length);
+  return true;
+}
+
+void LinePrinter::print_line(Input const& in, std::string_view line) {
+  if (prefix(in)) write_picked_line(in, line);
+}
+
+void LinePrinter::print_part(Input const& in, std::string_view part) {
+  if (!prefix(in)) return;
+  write_out(part);
+  write_out("\n");
 }
 
 void LinePrinter::end_of(Input const& in) {
@@ -50,6 +86,7 @@ void LinePrinter::end_of(Input const& in) {
     std::printf("%llu\n", static_cast<unsigned long long>(m_count));
   }
   m_count = 0;
+  m_counted_line = 0;
 }
 
 char const* Replacer::operator()(char const* line, std::size_t length, std::string& buffer) const {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "tool/input.h"
 #include "tool/invocation.h"
@@ -35,18 +36,30 @@ class DefinedMap {
   bool m_bad = false;
 };
 
+// A set definition given to an option or as an operand, checked before any
+// input is read: false, with the library's reason, when it is refused.
+bool check_set_definition(Invocation& inv, char const* setdef);
+
 // Prints matching lines as grep does: "FILE:" first when there are several
-// files, "LINE:" with -n, only a count per file with -c.
+// files, "LINE:" with -n, only a count of matching lines per file with -c.
+// A line is printed with its own end, a part of a line (a match) with a
+// line feed.
 class LinePrinter {
  public:
   LinePrinter(Invocation& inv, std::span<char const* const> names);
-  void print(Input const& in, char const* text, std::size_t length);
+  void print_line(Input const& in, std::string_view line);
+  void print_part(Input const& in, std::string_view part);
+  // Counts the line as matching without printing anything (a line whose
+  // matches were all empty still counts for -c and the exit status).
+  void count_line(Input const& in);
   void end_of(Input const& in);
 
  private:
+  bool prefix(Input const& in);
+
   Invocation& m_inv;
   bool m_with_names, m_numbers, m_count_only;
-  std::uint64_t m_count = 0;
+  std::uint64_t m_count = 0, m_counted_line = 0;
 };
 
 // One of the replacement calls on a line: every occurrence (-i, or only

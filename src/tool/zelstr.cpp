@@ -21,7 +21,8 @@ bool is(char const* word, char const* name) { return std::strcmp(word, name) == 
 // not one of them.
 int run_tool_option(char const* word, std::vector<char*> const& rest) {
   if (is(word, "--version")) {
-    std::printf("zelstr %s (ZelStr32)\n", ZELSTR_VERSION);
+    // The tool's own version, then the one of the library it loaded.
+    std::printf("zelstr %s (ZelStr32 %s)\n", ZELSTR_VERSION, _zversion(nullptr, nullptr, nullptr));
     return kFound;
   }
   if (is(word, "--help") || is(word, "-h") || is(word, "help")) {

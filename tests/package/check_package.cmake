@@ -42,7 +42,7 @@ list(APPEND expected ${lib}/pkgconfig/zelstr32.pc include/zelstr/version.h)
 foreach(file ZelStr32Config ZelStr32ConfigVersion ZelStr32Targets ZelStr32Targets-release)
   list(APPEND expected ${lib}/cmake/ZelStr32/${file}.cmake)
 endforeach()
-file(GLOB_RECURSE headers RELATIVE ${INCLUDE_DIR} ${INCLUDE_DIR}/*.h)
+file(GLOB_RECURSE headers RELATIVE ${INCLUDE_DIR} ${INCLUDE_DIR}/*.h ${INCLUDE_DIR}/*.hpp)
 list(TRANSFORM headers PREPEND include/)
 foreach(file IN LISTS expected headers)
   if(NOT EXISTS ${stage}/${file})
@@ -77,7 +77,7 @@ endfunction()
 # The installed tool finds its libraries.
 run(${EMULATOR} ${stage}/bin/zelstr${suffix} --version)
 string(REPLACE "." "\\." version_pattern ${VERSION})
-expect_output(zelstr "^zelstr ${version_pattern} \\(ZelStr32\\)")
+expect_output(zelstr "^zelstr ${version_pattern} \\(ZelStr32 ${version_pattern}\\)")
 set(consumer_pattern "^consumer: ZelStr32 ${version_pattern}, .* warning 86: _zstrlen\\(\\) - Warning")
 
 # CMake package
@@ -118,3 +118,14 @@ file(MAKE_DIRECTORY ${WORK_DIR}/pc)
 run(${compile} -o ${program})
 run_program(${program})
 expect_output(consumer "${consumer_pattern}")
+
+# A program that names only the string library (linked with "-lzelstr32"
+# alone, run path to the install's library folder, no LD_LIBRARY_PATH): the
+# installed library finds the service installed beside it.
+if(NOT windows)
+  set(program ${WORK_DIR}/library_only)
+  run(${CXX} -std=c++20 ${SOURCE_DIR}/library_only.cpp -I${stage}/include -L${stage}/${lib}
+      -Wl,--as-needed -lzelstr32 -Wl,-rpath,${stage}/${lib} -o ${program})
+  run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${program})
+  expect_output(library_only "^library_only: ZelStr32 ${version_pattern} \\(")
+endif()

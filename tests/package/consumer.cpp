@@ -54,9 +54,7 @@ std::string loaded_module(char const* name) {
 #endif
 }
 
-std::string base_name(std::string const& path) {
-  return path.substr(path.find_last_of("/\\") + 1);
-}
+std::string base_name(std::string const& path) { return path.substr(path.find_last_of("/\\") + 1); }
 
 #ifdef _WIN32
 // "major.minor.patch" from the module's VERSIONINFO resource.
@@ -65,8 +63,8 @@ std::string file_version(std::string const& path) {
   std::vector<char> block(GetFileVersionInfoSizeA(path.c_str(), &ignored));
   VS_FIXEDFILEINFO* info = nullptr;
   UINT size = 0;
-  if (block.empty() || !GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block.size()),
-                                            block.data()) ||
+  if (block.empty() ||
+      !GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()) ||
       !VerQueryValueA(block.data(), "\\", reinterpret_cast<void**>(&info), &size))
     return "none";
   return std::to_string(HIWORD(info->dwFileVersionMS)) + "." +
@@ -78,7 +76,15 @@ std::string file_version(std::string const& path) {
 }  // namespace
 
 int main() {
-  expect(std::strcmp(ZELSTR_VERSION, ZELSTR_EXPECTED_VERSION) == 0, "ZELSTR_VERSION", ZELSTR_VERSION);
+  expect(std::strcmp(ZELSTR_VERSION, ZELSTR_EXPECTED_VERSION) == 0, "ZELSTR_VERSION",
+         ZELSTR_VERSION);
+  int major = -1, minor = -1, patch = -1;
+  char const* const loaded = _zversion(&major, &minor, &patch);
+  expect(std::strcmp(loaded, ZELSTR_VERSION) == 0 && major == ZELSTR_VERSION_MAJOR &&
+             minor == ZELSTR_VERSION_MINOR && patch == ZELSTR_VERSION_PATCH,
+         "_zversion",
+         std::string(loaded) + " " + std::to_string(major) + "." + std::to_string(minor) + "." +
+             std::to_string(patch));
 
   expect(_zstrcmp("dbo.a", "dbo.b") == -1, "_zstrcmp", std::to_string(_zstrcmp("dbo.a", "dbo.b")));
   char sql[64] = "SELECT a FROM t WHERE a = 1";

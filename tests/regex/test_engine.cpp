@@ -283,3 +283,54 @@ TEST_F(RegexCaches, MatchRE) {
 }
 
 }  // namespace
+
+namespace {
+
+// Every match of `pattern` in `subject` in turn, each search starting where
+// the last match ended (one byte further after an empty one), joined by
+// "|": what Tcl_RegExpExec is for.
+std::string every_match(char const* pattern, char const* subject) {
+  Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern);
+  std::string out;
+  char const* const end_of_subject = subject + std::char_traits<char>::length(subject);
+  for (char const* from = subject; from <= end_of_subject;) {
+    if (Tcl_RegExpExec(nullptr, re, from, subject) != 1) break;
+    char const *start, *end;
+    Tcl_RegExpRange(re, 0, &start, &end);
+    out += std::string(start, end) + "|";
+    from = end == start ? end + 1 : end;
+  }
+  Tcl_DeleteInterp(re);
+  return out;
+}
+
+}  // namespace
+
+TEST(RegexExec, FindsEveryMatchWithTheAnchorsOfTheWholeText) {
+  struct Case {
+    char const* pattern;
+    char const* subject;
+    char const* matches;
+  } const kCases[] = {
+      {"ab", "ab xab ab", "ab|ab|ab|"},
+      {"^a", "aaa", "a|"},  // '^' is the text's start, not the search's
+      {"a$", "aaa", "a|"},
+      {"x*", "axxb", "|xx|||"},  // empty matches at a, at b and at the end
+      {"s[a-z]+", "sys.sp_who", "sys|sp|"},
+      {"[0-9]+|z", "1z22", "1|z|22|"},
+  };
+  for (Case const& c : kCases) EXPECT_EQ(every_match(c.pattern, c.subject), c.matches) << c.pattern;
+}
+
+TEST(RegexExec, RefusesWhatItCannotMatch) {
+  Tcl_RegExp_* const re = Tcl_RegExpCompile("b");
+  char const text[] = "abc";
+  EXPECT_EQ(Tcl_RegExpExec(nullptr, re, text, text + 1), -1);  // before the text's start
+  EXPECT_STREQ(Tcl_GetRegError(), "Invalid call. ");
+  EXPECT_EQ(Tcl_RegExpExec(nullptr, re, text + 1, nullptr), -1);
+  EXPECT_STREQ(Tcl_GetRegError(), "Invalid NULL parameter.");
+  EXPECT_EQ(Tcl_RegExpExec(nullptr, nullptr, text, text), -1);
+  EXPECT_EQ(Tcl_RegExpExec(nullptr, re, text + 2, text), 0);  // "b" lies before
+  EXPECT_EQ(Tcl_GetRegError(), nullptr);
+  Tcl_DeleteInterp(re);
+}
