@@ -5,6 +5,7 @@
 #include <string>
 
 #include "frame/messages.h"
+#include "regex/automata.h"
 #include "regex/compiler.h"
 #include "regex/matcher.h"
 #include "regex/program.h"
@@ -181,16 +182,20 @@ Tcl_Interp* Tcl_CreateInterp() {
   return interp;
 }
 
-void Tcl_DeleteInterp(Tcl_RegExp_* re) { std::free(re); }
+void Tcl_DeleteInterp(Tcl_RegExp_* re) {
+  if (re == nullptr) return;
+  delete re->automata;
+  std::free(re);
+}
 
 void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) {
   if (interp == nullptr) {
-    std::free(re);
+    Tcl_DeleteInterp(re);
     return;
   }
   if (interp->flags & 1) return;
   interp->flags |= 1;
-  std::free(re);
+  Tcl_DeleteInterp(re);
   std::free(interp);
 }
 

@@ -15,6 +15,7 @@
 #include <new>
 
 #include "frame/messages.h"
+#include "regex/automata.h"
 #include "regex/brackets.h"
 #include "regex/hints.h"
 #include "regex/program.h"
@@ -385,6 +386,14 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
     std::strncpy(re->attached, attached, sizeof re->attached - 1);
   }
   set_hints(re, (flags & kSpStart) != 0);
+  try {
+    std::unique_ptr<Nfa> nfa = Nfa::build(re);
+    re->automata = nfa != nullptr ? new Automata(std::move(nfa)) : nullptr;
+  } catch (std::bad_alloc const&) {
+    std::free(re);
+    set_error(msg::kReOutOfSpace);
+    return nullptr;
+  }
   return re;
 }
 

@@ -17,6 +17,8 @@
 #include <vector>
 
 #include "frame/messages.h"
+#include "regex/automata.h"
+#include "regex/linear.h"
 #include "regex/program.h"
 #include "regex/record.h"
 #include "regex/state.h"
@@ -37,6 +39,10 @@ struct Frame {
 };
 
 bool in_list(char const* list, char c) { return std::strchr(list, c) != nullptr; }
+
+// Steps the walk may take in one match before it gives up (0: no limit);
+// only the tests that compare the matchers set one.
+long g_walk_limit = 0;
 
 class Run {
  public:
@@ -159,6 +165,7 @@ class Run {
   // the match's end.
   int walk(char const* node, char const*& input) {
     for (;;) {
+      if (g_walk_limit > 0 && ++m_steps > g_walk_limit) return kWalkGaveUp;
       bool ok = true;
       if (node == nullptr) return error(msg::kRePointersCorrupted);
       unsigned char const code = op(node);
@@ -241,6 +248,7 @@ class Run {
   Tcl_RegExp_* m_re;
   char const* m_bol;
   std::vector<Frame>& m_stack;
+  long m_steps = 0;
 };
 
 // The backtracking stack, kept from one match to the next (the engine serves
@@ -273,29 +281,42 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
   return str::search::find_first(subject, re->must, state).match != nullptr;
 }
 
+// The backtracking walk over every start position from `from` on.
+int walk_from(Tcl_RegExp_* re, char const* subject, char const* from) {
+  KeptStack stack;
+  Run run(re, subject, stack.get());
+  if (re->anchored) return from == subject ? run.try_at(subject) : 0;
+  if (re->start_char != '\0') {
+    for (char const* s = std::strchr(from, re->start_char); s != nullptr;
+         s = std::strchr(s + 1, re->start_char)) {
+      int const r = run.try_at(s);
+      if (r != 0) return r;
+    }
+    return 0;
+  }
+  for (char const* s = from;; ++s) {
+    if (!re->first_bytes_known || re->first_bytes.has(static_cast<unsigned char>(*s))) {
+      int const r = run.try_at(s);
+      if (r != 0) return r;
+    }
+    if (*s == '\0') return 0;
+  }
+}
+
+Strategy g_strategy = Strategy::kAuto;
+
 }  // namespace
+
+void set_strategy(Strategy strategy) { g_strategy = strategy; }
+void set_walk_limit(long steps) { g_walk_limit = steps; }
 
 int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
   try {
     if (re->must != nullptr && !contains_required(re, from)) return 0;
-    KeptStack stack;
-    Run run(re, subject, stack.get());
-    if (re->anchored) return from == subject ? run.try_at(subject) : 0;
-    if (re->start_char != '\0') {
-      for (char const* s = std::strchr(from, re->start_char); s != nullptr;
-           s = std::strchr(s + 1, re->start_char)) {
-        int const r = run.try_at(s);
-        if (r != 0) return r;
-      }
-      return 0;
-    }
-    for (char const* s = from;; ++s) {
-      if (!re->first_bytes_known || re->first_bytes.has(static_cast<unsigned char>(*s))) {
-        int const r = run.try_at(s);
-        if (r != 0) return r;
-      }
-      if (*s == '\0') return 0;
-    }
+    Automata* const automata = re->automata;
+    if (automata == nullptr || g_strategy == Strategy::kWalk) return walk_from(re, subject, from);
+    if (g_strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
+    return automata_match(re, *automata, subject, from);
   } catch (std::bad_alloc const&) {
     set_error(msg::kReOutOfSpace);
     return -1;

@@ -9,6 +9,8 @@
 
 namespace zelstr::regex {
 
+struct Automata;
+
 // A set of byte values.
 struct ByteSet {
   std::uint64_t bits[4];
@@ -52,6 +54,10 @@ struct Tcl_RegExp_ {
   // The last match: start and end of the whole match (0) and of each group.
   char const* startp[zelstr::regex::kMaxGroups + 1];
   char const* endp[zelstr::regex::kMaxGroups + 1];
+
+  // The program as automata, for the linear matchers (their own blocks,
+  // released with the record); NULL when the walk alone can run it.
+  zelstr::regex::Automata* automata;
 
   std::size_t program_size;
   char program[1];  // check byte, then the nodes (program_size bytes in all)

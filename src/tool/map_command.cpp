@@ -20,7 +20,7 @@ class LineEndKeeper {
  public:
   explicit LineEndKeeper(void* map) {
     auto const* const table = static_cast<unsigned char const*>(map);
-    m_needed = table['\n'] != '\n' || table['\r'] != '\r';
+    m_needed = table[0x0A] != '\n' || table[0x0D] != '\r';  // LF, CR
   }
 
   // `translated` is `original` through the map.

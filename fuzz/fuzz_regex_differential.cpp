@@ -1,0 +1,58 @@
+// Differential fuzzing of the matchers: for any pattern (up to 128 bytes,
+// compiled with the backslash switch either way) and subjects up to 4 KB,
+// the automata, Pike's machine and the backtracking walk, which defines the
+// results, give the same answer and the same range for every group, from
+// any starting offset.  The walk is given a step limit, past which it gives
+// up and that subject is compared between the two linear matchers only.
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "regex/matcher.h"
+#include "require.h"
+#include "zelstr/regex.h"
+
+namespace {
+
+using zelstr::regex::Strategy;
+
+std::vector<long> outcome(Strategy strategy, Tcl_RegExp_* re, std::string const& subject,
+                          std::size_t from) {
+  zelstr::regex::set_strategy(strategy);
+  char const* const s = subject.c_str();
+  std::vector<long> out{Tcl_RegExpExec(nullptr, re, s + from, s)};
+  if (out[0] != 1) return out;
+  for (int g = 0; g <= Tcl_GetGroupsCount(re); ++g) {
+    char const *start, *end;
+    Tcl_RegExpRange(re, g, &start, &end);
+    out.push_back(start == nullptr ? -1 : start - s);
+    out.push_back(end == nullptr ? -1 : end - s);
+  }
+  return out;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  FuzzedDataProvider in(data, size);
+  bool const backslashes = in.ConsumeBool();
+  std::string const pattern = in.ConsumeRandomLengthString(128);
+  Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
+  Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern.c_str());
+  if (re == nullptr) return 0;
+  zelstr::regex::set_walk_limit(100000);
+  for (int i = 0; i < 3 && in.remaining_bytes() > 0; ++i) {
+    std::string const subject = in.ConsumeRandomLengthString(4096);
+    std::size_t const from = in.ConsumeIntegralInRange<std::size_t>(0, subject.size());
+    std::vector<long> const automata = outcome(Strategy::kAuto, re, subject, from);
+    require(outcome(Strategy::kPike, re, subject, from) == automata);
+    std::vector<long> const walk = outcome(Strategy::kWalk, re, subject, from);
+    require(walk[0] == zelstr::regex::kWalkGaveUp || walk == automata);
+  }
+  zelstr::regex::set_strategy(Strategy::kAuto);
+  zelstr::regex::set_walk_limit(0);
+  Tcl_DeleteInterp(re);
+  return 0;
+}

@@ -1,0 +1,34 @@
+// automata.h - what an expression keeps for the linear matchers: its
+// instructions, made when it is compiled, and the two automata made from
+// them on the first match that needs them.
+#ifndef ZELSTR_REGEX_AUTOMATA_H
+#define ZELSTR_REGEX_AUTOMATA_H
+
+#include <memory>
+
+#include "regex/dfa.h"
+#include "regex/nfa.h"
+
+namespace zelstr::regex {
+
+struct Automata {
+  explicit Automata(std::unique_ptr<Nfa> instructions) : nfa(std::move(instructions)) {}
+
+  Dfa& forward(Tcl_RegExp_ const* re) {
+    if (!m_forward) m_forward = std::make_unique<Dfa>(*nfa, re, Dfa::Direction::kForward);
+    return *m_forward;
+  }
+  Dfa& reverse(Tcl_RegExp_ const* re) {
+    if (!m_reverse) m_reverse = std::make_unique<Dfa>(*nfa, re, Dfa::Direction::kReverse);
+    return *m_reverse;
+  }
+
+  std::unique_ptr<Nfa> const nfa;
+
+ private:
+  std::unique_ptr<Dfa> m_forward, m_reverse;
+};
+
+}  // namespace zelstr::regex
+
+#endif  // ZELSTR_REGEX_AUTOMATA_H

@@ -1,0 +1,305 @@
+// dfa.cpp - the forward and reverse automata, made as needed (see dfa.h).
+#include "regex/dfa.h"
+
+#include <algorithm>
+#include <map>
+
+#include "regex/nfa.h"
+#include "regex/record.h"
+
+namespace zelstr::regex {
+
+// Instructions to close over, and what holds at their position.
+struct Dfa::Seeds {
+  std::vector<std::uint32_t> pcs;
+  bool at_start = false;  // the position is the subject's start ('^' holds)
+  bool at_end = false;    // the position is the terminator ('$' holds)
+};
+
+namespace {
+
+bool is_taking(Inst const& inst) { return inst.kind == Inst::kByte || inst.kind == Inst::kSet; }
+
+// What one state costs in the cache, besides its list.
+constexpr std::size_t kStateOverhead = 96;
+
+}  // namespace
+
+Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
+    : m_nfa(nfa), m_re(re), m_direction(direction), m_mark(nfa.size(), 0) {
+  m_search_start = re->anchored ? nfa.start() : nfa.search_start();
+  build_classes();
+  if (direction == Direction::kReverse) build_reverse_edges();
+  flush();
+}
+
+// Two bytes share a class when every instruction that takes a byte takes
+// both or neither; the terminator has a class of its own.
+void Dfa::build_classes() {
+  std::vector<int> cls(256, 1);
+  cls[0] = 0;
+  int count = 2;
+  for (std::uint32_t pc = 0; pc < m_nfa.size(); ++pc) {
+    Inst const& inst = m_nfa[pc];
+    if (!is_taking(inst)) continue;
+    std::map<std::pair<int, bool>, int> split;
+    for (int c = 1; c < 256; ++c)
+      split.emplace(std::make_pair(cls[c], m_nfa.takes(inst, static_cast<unsigned char>(c))), 0);
+    int n = 1;
+    for (auto& [key, id] : split) id = n++;
+    for (int c = 1; c < 256; ++c)
+      cls[c] = split[{cls[c], m_nfa.takes(inst, static_cast<unsigned char>(c))}];
+    count = n;
+  }
+  for (int c = 0; c < 256; ++c) m_class[c] = static_cast<unsigned char>(cls[c]);
+  m_classes = count;
+}
+
+void Dfa::build_reverse_edges() {
+  m_empty_into.assign(m_nfa.size(), {});
+  m_taking_into.assign(m_nfa.size(), {});
+  // The search loop is not part of the expression: a match never runs back
+  // through it.
+  for (std::uint32_t pc = 0; pc < m_nfa.search_start(); ++pc) {
+    Inst const& inst = m_nfa[pc];
+    switch (inst.kind) {
+      case Inst::kByte:
+      case Inst::kSet:
+        m_taking_into[inst.next].push_back(pc);
+        break;
+      case Inst::kSplit:
+        m_empty_into[inst.next].push_back(pc);
+        m_empty_into[inst.alt].push_back(pc);
+        break;
+      case Inst::kJump:
+      case Inst::kSave:
+      case Inst::kBol:
+      case Inst::kEol:
+        m_empty_into[inst.next].push_back(pc);
+        break;
+      case Inst::kMatch:
+      case Inst::kFail:
+        break;
+    }
+  }
+}
+
+void Dfa::flush() {
+  m_ids.clear();
+  m_lists.clear();
+  m_flags.clear();
+  m_next.clear();
+  std::fill(std::begin(m_starts), std::end(m_starts), kUnknown);
+  m_memory = 0;
+  state_for({});  // kDead
+}
+
+Dfa::StateId Dfa::state_for(std::vector<std::uint32_t> const& leaves) {
+  std::string key(reinterpret_cast<char const*>(leaves.data()), leaves.size() * sizeof leaves[0]);
+  auto const found = m_ids.find(key);
+  if (found != m_ids.end()) return found->second;
+  auto const id = static_cast<StateId>(m_lists.size());
+  m_memory +=
+      kStateOverhead + 2 * key.size() + static_cast<std::size_t>(m_classes) * sizeof(StateId);
+  m_ids.emplace(std::move(key), id);
+  m_lists.push_back(leaves);
+  bool const accepts = m_direction == Direction::kForward
+                           ? !leaves.empty() && m_nfa[leaves.back()].kind == Inst::kMatch
+                           : std::binary_search(leaves.begin(), leaves.end(), m_nfa.start());
+  m_flags.push_back(accepts ? kHasMatch : 0);
+  m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), kUnknown);
+  return id;
+}
+
+void Dfa::close(Seeds const& seeds, std::vector<std::uint32_t>& leaves) {
+  leaves.clear();
+  if (++m_generation == 0) {  // the marks wrapped: start them again
+    std::fill(m_mark.begin(), m_mark.end(), 0);
+    m_generation = 1;
+  }
+  if (m_direction == Direction::kForward) {
+    close_forward(seeds, leaves);
+  } else {
+    close_reverse(seeds, leaves);
+  }
+}
+
+// In the order of preference: the first seed and everything it reaches
+// before the second, the way a SPLIT prefers before its other way.  Stops
+// at the first match.
+void Dfa::close_forward(Seeds const& seeds, std::vector<std::uint32_t>& leaves) {
+  m_stack.assign(seeds.pcs.rbegin(), seeds.pcs.rend());
+  while (!m_stack.empty()) {
+    std::uint32_t pc = m_stack.back();
+    m_stack.pop_back();
+    for (;;) {
+      if (m_mark[pc] == m_generation) break;
+      m_mark[pc] = m_generation;
+      Inst const& inst = m_nfa[pc];
+      if (inst.kind == Inst::kJump || inst.kind == Inst::kSave) {
+        pc = inst.next;
+      } else if (inst.kind == Inst::kSplit) {
+        m_stack.push_back(inst.alt);
+        pc = inst.next;
+      } else if (inst.kind == Inst::kBol) {
+        if (!seeds.at_start) break;
+        pc = inst.next;
+      } else if (inst.kind == Inst::kEol && seeds.at_end) {
+        pc = inst.next;
+      } else if (inst.kind == Inst::kFail) {
+        break;
+      } else {  // a byte to take, the match, or '$' waiting for the terminator
+        leaves.push_back(pc);
+        if (inst.kind == Inst::kMatch) {
+          m_stack.clear();
+          return;
+        }
+        break;
+      }
+    }
+  }
+}
+
+// Every instruction from which the seeds are reached without taking a
+// byte, kept when a byte can lead to it or it is the program's start;
+// sorted.
+void Dfa::close_reverse(Seeds const& seeds, std::vector<std::uint32_t>& leaves) {
+  m_stack.assign(seeds.pcs.begin(), seeds.pcs.end());
+  while (!m_stack.empty()) {
+    std::uint32_t const pc = m_stack.back();
+    m_stack.pop_back();
+    if (m_mark[pc] == m_generation) continue;
+    m_mark[pc] = m_generation;
+    if (!m_taking_into[pc].empty() || pc == m_nfa.start()) leaves.push_back(pc);
+    for (std::uint32_t const from : m_empty_into[pc]) {
+      Inst const& inst = m_nfa[from];
+      if (inst.kind == Inst::kBol && !seeds.at_start) continue;
+      if (inst.kind == Inst::kEol && !seeds.at_end) continue;
+      m_stack.push_back(from);
+    }
+  }
+  std::sort(leaves.begin(), leaves.end());
+}
+
+Dfa::StateId Dfa::start_state(bool at_start, bool at_end) {
+  StateId const known = m_starts[(at_start ? 2 : 0) + (at_end ? 1 : 0)];
+  if (known != kUnknown) return known;
+  Seeds seeds;
+  seeds.at_start = at_start;
+  seeds.at_end = at_end && m_direction == Direction::kReverse;
+  if (m_direction == Direction::kForward) {
+    seeds.pcs.push_back(m_search_start);
+  } else {
+    for (std::uint32_t pc = 0; pc < m_nfa.size(); ++pc) {
+      if (m_nfa[pc].kind == Inst::kMatch) seeds.pcs.push_back(pc);
+    }
+  }
+  std::vector<std::uint32_t> leaves;
+  close(seeds, leaves);
+  StateId const id = state_for(leaves);
+  m_starts[(at_start ? 2 : 0) + (at_end ? 1 : 0)] = id;
+  return id;
+}
+
+// The state after taking the byte `c` (not the terminator) into a
+// position where '^' holds when `at_start`.  Forward: the ways that take
+// it, in order.  Reverse: the instructions that lead, by taking it, to one
+// of the state's.  Only transitions into positions other than the
+// subject's start are kept in the table.  A full cache is emptied first:
+// `from` is then gone, and only the state returned is valid.
+Dfa::StateId Dfa::transition(StateId from, unsigned char c, bool at_start) {
+  Seeds seeds;
+  seeds.at_start = at_start;
+  std::vector<std::uint32_t> const& list = m_lists[static_cast<std::size_t>(from)];
+  if (m_direction == Direction::kForward) {
+    for (std::uint32_t const pc : list) {
+      Inst const& inst = m_nfa[pc];
+      if (is_taking(inst) && m_nfa.takes(inst, c)) seeds.pcs.push_back(inst.next);
+    }
+  } else {
+    for (std::uint32_t const pc : list) {
+      for (std::uint32_t const before : m_taking_into[pc]) {
+        if (m_nfa.takes(m_nfa[before], c)) seeds.pcs.push_back(before);
+      }
+    }
+  }
+  std::vector<std::uint32_t> leaves;
+  close(seeds, leaves);
+  if (m_memory > kCacheLimit) {
+    flush();
+    ++m_flushes;
+    return state_for(leaves);
+  }
+  StateId const to = state_for(leaves);
+  if (!at_start) {
+    m_next[static_cast<std::size_t>(from) * static_cast<std::size_t>(m_classes) + m_class[c]] = to;
+  }
+  return to;
+}
+
+// Forward: whether the state matches when its position is the terminator:
+// it holds the match, or a '$' that leads to it.  Known once for every
+// position but the subject's start (where '^' may also hold).
+bool Dfa::matches_at_end(StateId state, bool at_start) {
+  std::uint8_t& flags = m_flags[static_cast<std::size_t>(state)];
+  if (!at_start && (flags & kEndKnown)) return (flags & kMatchAtEnd) != 0;
+  Seeds seeds;
+  seeds.at_start = at_start;
+  seeds.at_end = true;
+  for (std::uint32_t const pc : m_lists[static_cast<std::size_t>(state)]) {
+    Inst const& inst = m_nfa[pc];
+    if (inst.kind == Inst::kMatch) seeds.pcs.push_back(pc);
+    if (inst.kind == Inst::kEol) seeds.pcs.push_back(inst.next);
+  }
+  std::vector<std::uint32_t> leaves;
+  close(seeds, leaves);
+  bool const matches = !leaves.empty() && m_nfa[leaves.back()].kind == Inst::kMatch;
+  if (!at_start) flags |= kEndKnown | (matches ? kMatchAtEnd : 0);
+  return matches;
+}
+
+Dfa::StateId Dfa::next_state(StateId state, unsigned char c) {
+  StateId const next =
+      m_next[static_cast<std::size_t>(state) * static_cast<std::size_t>(m_classes) + m_class[c]];
+  return next != kUnknown ? next : transition(state, c, false);
+}
+
+char const* Dfa::match_end(char const* subject, char const* from) {
+  StateId state = start_state(from == subject, false);
+  bool const can_skip = !m_re->anchored && m_re->first_bytes_known;
+  StateId idle = can_skip ? start_state(false, false) : kUnknown;
+  char const* end = nullptr;
+  for (char const* p = from;; ++p) {
+    if (state == idle) {
+      // Nothing under way: no match can start before a byte of the first set.
+      while (*p != '\0' && !m_re->first_bytes.has(static_cast<unsigned char>(*p))) ++p;
+    }
+    auto const c = static_cast<unsigned char>(*p);
+    if (c == 0) {
+      if (matches_at_end(state, p == subject)) end = p;
+      return end;
+    }
+    if (m_flags[static_cast<std::size_t>(state)] & kHasMatch) {
+      end = p;
+      if (m_lists[static_cast<std::size_t>(state)].size() == 1) return end;  // nothing better ahead
+    }
+    std::uint32_t const flushes = m_flushes;
+    state = next_state(state, c);
+    if (state == kDead) return end;
+    if (flushes != m_flushes && can_skip) idle = start_state(false, false);
+  }
+}
+
+char const* Dfa::match_start(char const* subject, char const* from, char const* end) {
+  StateId state = start_state(end == subject, *end == '\0');
+  char const* start = nullptr;
+  for (char const* q = end;; --q) {
+    if (m_flags[static_cast<std::size_t>(state)] & kHasMatch) start = q;
+    if (q == from) return start;
+    auto const c = static_cast<unsigned char>(q[-1]);
+    state = q - 1 == subject ? transition(state, c, true) : next_state(state, c);
+    if (state == kDead) return start;
+  }
+}
+
+}  // namespace zelstr::regex
