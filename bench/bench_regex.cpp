@@ -1,4 +1,4 @@
-// The regular-expression engine beside PCRE2 (its interpreter, no JIT),
+// The regular-expression engine beside PCRE2 (its interpreter and its JIT),
 // RE2, std::regex (extended syntax) and glibc's POSIX regcomp/regexec, on
 // patterns all of them read the same way, over the lines of the SQL corpus.
 //   match.NAME    every line of the corpus searched once (is there a match?)
@@ -27,28 +27,51 @@ struct Pattern {
   char const* text;
 };
 
-// Tabs are written as tab characters: no engine needs to read "\t".
+// Tabs are written as tab characters: no engine needs to read "\t".  The
+// code patterns run over the lines of the corpus, the last one over
+// generated lines of a, b, c and d.
 Pattern const kPatterns[] = {
-    {"literal", "sp_addextendedproperty"},
+    {"literal", "customers"},
     {"keywords", "SELECT|INSERT|UPDATE|DELETE"},
-    {"create", "^[ \t]*(CREATE|ALTER)[ \t]+(PROCEDURE|FUNCTION)"},
+    {"assignment", "[A-Za-z_][A-Za-z0-9_]*[ \t]*="},
     {"quoted", "'[^']*'"},
+    {"create", "^[ \t]*(CREATE|ALTER)[ \t]+(PROCEDURE|FUNCTION|TABLE)"},
+    {"id_suffix", "[A-Za-z_]+_(ID|Id|id)"},
     {"backtrack", "^.*(BEGIN|END).*;$"},
+    {"alternatives", "(a|ab)(c|bcd)(d*)"},
 };
 
-std::vector<std::string> const& lines() {
-  static std::vector<std::string> const all = [] {
-    std::vector<std::string> out;
-    std::string const text = zelstr::bench::sql_corpus();
-    for (std::size_t start = 0; start < text.size();) {
-      std::size_t end = text.find('\n', start);
-      if (end == std::string::npos) end = text.size();
-      out.push_back(text.substr(start, end - start));
-      start = end + 1;
-    }
-    return out;
-  }();
-  return all;
+std::vector<std::string> corpus_lines() {
+  std::vector<std::string> out;
+  std::string const text = zelstr::bench::sql_corpus();
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = text.find('\n', start);
+    if (end == std::string::npos) end = text.size();
+    out.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return out;
+}
+
+// As many bytes as the corpus, in lines of 20 to 80 letters a to d.
+std::vector<std::string> generated_lines() {
+  std::vector<std::string> out;
+  unsigned seed = 12345;
+  auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 16; };
+  std::size_t const total = zelstr::bench::sql_corpus().size();
+  for (std::size_t bytes = 0; bytes < total;) {
+    std::string line(20 + next() % 61, ' ');
+    for (char& c : line) c = "abcd"[next() % 4];
+    bytes += line.size() + 1;
+    out.push_back(std::move(line));
+  }
+  return out;
+}
+
+std::vector<std::string> const& lines(Pattern const& p) {
+  static std::vector<std::string> const corpus = corpus_lines();
+  static std::vector<std::string> const generated = generated_lines();
+  return std::string(p.name) == "alternatives" ? generated : corpus;
 }
 
 // One engine: compile a pattern, and count the lines with a match.
@@ -89,9 +112,20 @@ class Pcre2 : public Engine {
     pcre2_code_free(m_code);
   }
 
+ protected:
+  pcre2_code* code() const { return m_code; }
+
  private:
   pcre2_code* m_code = nullptr;
   pcre2_match_data* m_data = nullptr;
+};
+
+// The same with PCRE2's just-in-time compiler.
+class Pcre2Jit : public Pcre2 {
+ public:
+  bool compile(char const* p) override {
+    return Pcre2::compile(p) && pcre2_jit_compile(code(), PCRE2_JIT_COMPLETE) == 0;
+  }
 };
 
 class Re2 : public Engine {
@@ -144,7 +178,7 @@ void register_engine(char const* impl) {
                                    }
                                    long found = 0;
                                    for (auto _ : state) {
-                                     for (std::string const& line : lines())
+                                     for (std::string const& line : lines(p))
                                        found += engine.search(line);
                                    }
                                    state.counters["lines_matched"] = static_cast<double>(
@@ -170,6 +204,7 @@ void register_engine(char const* impl) {
 void register_all() {
   register_engine<Library>("Tcl_RegExp");
   register_engine<Pcre2>("pcre2");
+  register_engine<Pcre2Jit>("pcre2-jit");
   register_engine<Re2>("re2");
   register_engine<StdRegex>("std::regex");
   register_engine<Posix>("posix");
@@ -178,7 +213,7 @@ void register_all() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (lines().size() < 1000) {
+  if (corpus_lines().size() < 1000) {
     std::fprintf(stderr, "bench_regex: the SQL corpus was not found under %s\n", ZELSTR_CORPUS_DIR);
     return 1;
   }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "regex/matcher.h"
+#include "regex/record.h"
 #include "require.h"
 #include "zelstr/regex.h"
 
@@ -20,15 +21,19 @@ using zelstr::regex::Strategy;
 
 std::vector<long> outcome(Strategy strategy, Tcl_RegExp_* re, std::string const& subject,
                           std::size_t from) {
+  // Ranges a match leaves alone show as -2.
+  char const* const untouched = "untouched";
+  for (int g = 0; g < re->groups_plus_one; ++g) re->startp[g] = re->endp[g] = untouched;
   zelstr::regex::set_strategy(strategy);
   char const* const s = subject.c_str();
   std::vector<long> out{Tcl_RegExpExec(nullptr, re, s + from, s)};
-  if (out[0] != 1) return out;
+  zelstr::regex::set_strategy(Strategy::kAuto);
+  auto const offset = [&](char const* p) {
+    return p == untouched ? -2 : p == nullptr ? -1 : p - s;
+  };
   for (int g = 0; g <= Tcl_GetGroupsCount(re); ++g) {
-    char const *start, *end;
-    Tcl_RegExpRange(re, g, &start, &end);
-    out.push_back(start == nullptr ? -1 : start - s);
-    out.push_back(end == nullptr ? -1 : end - s);
+    out.push_back(offset(re->startp[g]));
+    out.push_back(offset(re->endp[g]));
   }
   return out;
 }

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "regex/dfa.h"
+#include "regex/linear.h"
 #include "regex/nfa.h"
 
 namespace zelstr::regex {
@@ -24,6 +25,7 @@ struct Automata {
   }
 
   std::unique_ptr<Nfa> const nfa;
+  GroupScratch scratch;
 
  private:
   std::unique_ptr<Dfa> m_forward, m_reverse;

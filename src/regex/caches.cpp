@@ -35,7 +35,7 @@ std::string format(char const* fmt, char const* a, char const* b = nullptr) {
 }
 
 // A list of at most 256 compiled patterns, the most recently used first.
-// A failed compile is kept too (with a NULL expression and its error).
+// A failed compile is kept too (with a NULL expression).
 class CompiledCache {
  public:
   struct Entry {
@@ -43,7 +43,6 @@ class CompiledCache {
     int backslashes;
     Tcl_Interp* interp;
     Tcl_RegExp_* re;
-    std::string error;  // the compile error, when `re` is NULL
   };
 
   // The entry for `pattern` compiled with `backslashes`, moved to the
@@ -124,12 +123,11 @@ bool is_clear_command(char const* p) {
 
 // Compiles `pattern` with the switch set to `backslashes` into a new entry.
 CompiledCache::Entry compile_entry(char const* pattern, char const* source, int backslashes) {
-  CompiledCache::Entry e{_zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr, {}};
+  CompiledCache::Entry e{_zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr};
   e.interp = Tcl_CreateInterp();
   if (e.interp == nullptr) return e;
   Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
   e.re = Tcl_RegExpCompile(e.interp, source);
-  if (e.re == nullptr && Tcl_GetRegError() != nullptr) e.error = Tcl_GetRegError();
   return e;
 }
 
@@ -169,9 +167,12 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, in
     re = e->re;
     return 1;
   }
-  warn_text(e->error.empty()
-                ? format(msg::kCompileReFailedFormat, pattern).c_str()
-                : format(msg::kCompileReErrorFormat, pattern, e->error.c_str()).c_str());
+  // The warning quotes the engine's current error text: a cached failure
+  // is not compiled again, so that is whatever the last compile or match
+  // left (the form without a text when there is none).
+  char const* const error = Tcl_GetRegError();
+  warn_text(error == nullptr ? format(msg::kCompileReFailedFormat, pattern).c_str()
+                             : format(msg::kCompileReErrorFormat, pattern, error).c_str());
   return 0;
 }
 
@@ -204,9 +205,9 @@ int Tcl_MatchRE(char const* string, char const* pattern) {
     return 0;
   }
   if (e->re == nullptr) {
-    warn_text(e->error.empty()
-                  ? format(msg::kMatchReFailedFormat, pattern).c_str()
-                  : format(msg::kMatchReErrorFormat, pattern, e->error.c_str()).c_str());
+    char const* const error = Tcl_GetRegError();
+    warn_text(error == nullptr ? format(msg::kMatchReFailedFormat, pattern).c_str()
+                               : format(msg::kMatchReErrorFormat, pattern, error).c_str());
     return 0;
   }
   int const result = Tcl_RegExpMatch(string, e->re);

@@ -2,9 +2,11 @@
 #include "regex/dfa.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 
 #include "regex/nfa.h"
+#include "regex/program.h"
 #include "regex/record.h"
 
 namespace zelstr::regex {
@@ -23,11 +25,49 @@ bool is_taking(Inst const& inst) { return inst.kind == Inst::kByte || inst.kind 
 // What one state costs in the cache, besides its list.
 constexpr std::size_t kStateOverhead = 96;
 
+// A first-byte set this large is met at almost every position: jumping to
+// its next member costs more than it saves.
+constexpr int kMostFirstBytes = 24;
+
+// The literals of the expression's single top-level alternative, if it has
+// one: the one its chain begins with, and the longest one on its chain.
+// The chain runs through groups (a group without alternatives is passed
+// through) but not into the operands of loops and alternatives, so every
+// match holds each literal it meets.
+void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest) {
+  char const* node = first_node(re);
+  if (op(node) != kBranch || op(next_node(node)) != kEnd) return;
+  node = operand(node);
+  bool first = true;
+  for (int steps = 0; node != nullptr && op(node) != kEnd && steps < 10000; ++steps) {
+    unsigned char const code = op(node);
+    if (code == kExactly) {
+      std::string const literal = operand(node);
+      if (first) prefix = literal;
+      if (literal.size() > longest.size()) longest = literal;
+    }
+    if (!is_open(code)) first = false;
+    node = next_node(node);
+  }
+}
+
 }  // namespace
 
 Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     : m_nfa(nfa), m_re(re), m_direction(direction), m_mark(nfa.size(), 0) {
   m_search_start = re->anchored ? nfa.start() : nfa.search_start();
+  int first_count = 0;
+  for (int b = 0; b < 256; ++b) {
+    m_first[b] = re->first_bytes.has(static_cast<unsigned char>(b));
+    first_count += m_first[b];
+  }
+  if (direction == Direction::kForward) {
+    chain_literals(re, m_prefix, m_required);
+    if (m_prefix.size() < 2) m_prefix.clear();
+    if (m_required == m_prefix) m_required.clear();
+    m_can_skip = !re->anchored && re->first_bytes_known &&
+                 (first_count <= kMostFirstBytes || !m_prefix.empty());
+  }
   build_classes();
   if (direction == Direction::kReverse) build_reverse_edges();
   flush();
@@ -92,6 +132,12 @@ void Dfa::flush() {
   std::fill(std::begin(m_starts), std::end(m_starts), kUnknown);
   m_memory = 0;
   state_for({});  // kDead
+  m_flags[kDead] |= kDeadEnd;
+  if (m_can_skip) {
+    // Made now, so that every link to it carries its flag.
+    StateId const idle = start_state(false, false);
+    m_flags[static_cast<std::size_t>(idle)] |= kIdle;
+  }
 }
 
 Dfa::StateId Dfa::state_for(std::vector<std::uint32_t> const& leaves) {
@@ -107,7 +153,7 @@ Dfa::StateId Dfa::state_for(std::vector<std::uint32_t> const& leaves) {
                            ? !leaves.empty() && m_nfa[leaves.back()].kind == Inst::kMatch
                            : std::binary_search(leaves.begin(), leaves.end(), m_nfa.start());
   m_flags.push_back(accepts ? kHasMatch : 0);
-  m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), kUnknown);
+  m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), -1);
   return id;
 }
 
@@ -232,7 +278,8 @@ Dfa::StateId Dfa::transition(StateId from, unsigned char c, bool at_start) {
   }
   StateId const to = state_for(leaves);
   if (!at_start) {
-    m_next[static_cast<std::size_t>(from) * static_cast<std::size_t>(m_classes) + m_class[c]] = to;
+    m_next[static_cast<std::size_t>(from) * static_cast<std::size_t>(m_classes) + m_class[c]] =
+        link_to(to);
   }
   return to;
 }
@@ -258,35 +305,66 @@ bool Dfa::matches_at_end(StateId state, bool at_start) {
   return matches;
 }
 
-Dfa::StateId Dfa::next_state(StateId state, unsigned char c) {
-  StateId const next =
-      m_next[static_cast<std::size_t>(state) * static_cast<std::size_t>(m_classes) + m_class[c]];
-  return next != kUnknown ? next : transition(state, c, false);
+// Forward, from a state with nothing under way at `p`: the next position
+// where a match can start, or NULL when none can.
+char const* Dfa::skip(char const* p) const {
+  if (!m_prefix.empty()) {
+    // The prefix's first byte found by the C library, the rest compared.
+    for (char const first = m_prefix[0];; ++p) {
+      p = std::strchr(p, first);
+      if (p == nullptr || std::strncmp(p + 1, m_prefix.c_str() + 1, m_prefix.size() - 1) == 0) {
+        return p;
+      }
+    }
+  }
+  if (m_re->start_char != '\0') return std::strchr(p, m_re->start_char);
+  while (*p != '\0' && !m_first[static_cast<unsigned char>(*p)]) ++p;
+  return *p != '\0' || m_first[0] ? p : nullptr;
 }
 
+// Whether a literal every match holds occurs from `p` on.
+bool Dfa::holds_required(char const* p) const {
+  if (m_required.empty()) return true;
+  if (m_required.size() == 1) return std::strchr(p, m_required[0]) != nullptr;
+  return std::strstr(p, m_required.c_str()) != nullptr;
+}
+
+// The loop follows links as long as they carry no flag; a flag, a link not
+// made yet or the terminator (whose class has no links) takes it to the
+// slow path below.
 char const* Dfa::match_end(char const* subject, char const* from) {
-  StateId state = start_state(from == subject, false);
-  bool const can_skip = !m_re->anchored && m_re->first_bytes_known;
-  StateId idle = can_skip ? start_state(false, false) : kUnknown;
+  if (!holds_required(from)) return nullptr;
+  StateId const first = start_state(from == subject, false);
+  Link link = link_to(first);
   char const* end = nullptr;
-  for (char const* p = from;; ++p) {
-    if (state == idle) {
-      // Nothing under way: no match can start before a byte of the first set.
-      while (*p != '\0' && !m_re->first_bytes.has(static_cast<unsigned char>(*p))) ++p;
+  char const* p = from;
+  for (;;) {
+    // At p, in the state `link` leads to.
+    if (link & kDeadEnd) return end;
+    if (link & kHasMatch) {
+      end = p;
+      if (m_lists[static_cast<std::size_t>(state_of(link))].size() == 1) return end;
+    }
+    if (link & kIdle) {
+      p = skip(p);
+      if (p == nullptr) return end;
+    }
+    Link const* const table = m_next.data();
+    Link next;
+    for (;;) {
+      next = table[(link >> 3) + m_class[static_cast<unsigned char>(*p)]];
+      if ((next & (kLinkFlags | std::int32_t{-0x7fffffff - 1})) != 0) break;  // flagged or unknown
+      link = next;
+      ++p;
     }
     auto const c = static_cast<unsigned char>(*p);
     if (c == 0) {
-      if (matches_at_end(state, p == subject)) end = p;
+      if (matches_at_end(state_of(link), p == subject)) end = p;
       return end;
     }
-    if (m_flags[static_cast<std::size_t>(state)] & kHasMatch) {
-      end = p;
-      if (m_lists[static_cast<std::size_t>(state)].size() == 1) return end;  // nothing better ahead
-    }
-    std::uint32_t const flushes = m_flushes;
-    state = next_state(state, c);
-    if (state == kDead) return end;
-    if (flushes != m_flushes && can_skip) idle = start_state(false, false);
+    if (next < 0) next = link_to(transition(state_of(link), c, false));
+    link = next;
+    ++p;
   }
 }
 
@@ -297,7 +375,14 @@ char const* Dfa::match_start(char const* subject, char const* from, char const* 
     if (m_flags[static_cast<std::size_t>(state)] & kHasMatch) start = q;
     if (q == from) return start;
     auto const c = static_cast<unsigned char>(q[-1]);
-    state = q - 1 == subject ? transition(state, c, true) : next_state(state, c);
+    if (q - 1 == subject) {
+      state = transition(state, c, true);
+    } else {
+      Link const link =
+          m_next[static_cast<std::size_t>(state) * static_cast<std::size_t>(m_classes) +
+                 m_class[c]];
+      state = link >= 0 ? state_of(link) : transition(state, c, false);
+    }
     if (state == kDead) return start;
   }
 }

@@ -29,6 +29,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -46,6 +47,8 @@ class Dfa {
 
   enum class Direction { kForward, kReverse };
   Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction);
+  Dfa(Dfa const&) = delete;
+  Dfa& operator=(Dfa const&) = delete;
 
   // Forward: the end of the first match at or after `from` in the subject
   // that starts at `subject`, or NULL.
@@ -58,14 +61,33 @@ class Dfa {
   using StateId = std::int32_t;
   static constexpr StateId kUnknown = -1;
   static constexpr StateId kDead = 0;
-  enum Flag : std::uint8_t { kHasMatch = 1, kEndKnown = 2, kMatchAtEnd = 4 };
+  // The flags of a state.  The first three are also carried by the links
+  // that lead to it, so that the search loop sees at once whether the next
+  // state needs a closer look.
+  enum Flag : std::uint8_t {
+    kHasMatch = 1,  // forward: a match ends here; reverse: the program's start is reached
+    kIdle = 2,      // forward: nothing under way, the next start may be skipped to
+    kDeadEnd = 4,   // no way goes on
+    kEndKnown = 8,
+    kMatchAtEnd = 16,
+  };
+  static constexpr int kLinkFlags = 7;
+  // A transition: the target state's first table entry, shifted, with its
+  // flags; negative when not made yet.
+  using Link = std::int32_t;
 
   struct Seeds;  // instructions to close over, with the position's conditions
 
   StateId start_state(bool at_start, bool at_end);
   StateId state_for(std::vector<std::uint32_t> const& leaves);
   StateId transition(StateId from, unsigned char c, bool at_start);
-  StateId next_state(StateId state, unsigned char c);
+  Link link_to(StateId state) const {
+    return static_cast<Link>((state * m_classes) << 3 |
+                             (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
+  }
+  StateId state_of(Link link) const { return (link >> 3) / m_classes; }
+  char const* skip(char const* p) const;
+  bool holds_required(char const* p) const;
   bool matches_at_end(StateId state, bool at_start);
   void close(Seeds const& seeds, std::vector<std::uint32_t>& leaves);
   void close_forward(Seeds const& seeds, std::vector<std::uint32_t>& leaves);
@@ -92,7 +114,12 @@ class Dfa {
   std::unordered_map<std::string, StateId> m_ids;
   std::vector<std::vector<std::uint32_t>> m_lists;
   std::vector<std::uint8_t> m_flags;
-  std::vector<StateId> m_next;
+  std::vector<Link> m_next;
+  // Forward: what lets a search jump over text where no match can be.
+  bool m_first[256] = {};  // the bytes a match can start with
+  bool m_can_skip = false;
+  std::string m_prefix;    // a literal every match begins with (2 bytes or more), or ""
+  std::string m_required;  // a literal every match holds, when not the prefix, or ""
   StateId m_starts[4] = {kUnknown, kUnknown, kUnknown, kUnknown};
   std::size_t m_memory = 0;
   std::uint32_t m_flushes = 0;

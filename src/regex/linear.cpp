@@ -187,18 +187,24 @@ class Machine {
 class RememberingWalk {
  public:
   static constexpr std::size_t kMaxBits = std::size_t{1} << 23;
+  using Step = GroupScratch::Step;
 
   static bool fits(Nfa const& nfa, char const* start, char const* end) {
     return std::size_t{nfa.size()} * static_cast<std::size_t>(end - start + 1) <= kMaxBits;
   }
 
-  RememberingWalk(Nfa const& nfa, char const* subject, char const* start, char const* end)
+  RememberingWalk(Nfa const& nfa, char const* subject, char const* start, char const* end,
+                  GroupScratch& scratch)
       : m_nfa(nfa),
         m_subject(subject),
         m_start(start),
         m_end(end),
         m_width(static_cast<std::size_t>(end - start + 1)),
-        m_seen((std::size_t{nfa.size()} * m_width + 63) / 64) {}
+        m_seen(scratch.seen),
+        m_stack(scratch.stack) {
+    m_seen.assign((std::size_t{nfa.size()} * m_width + 63) / 64, 0);
+    m_stack.clear();
+  }
 
   bool run(char const** slots) {
     std::fill(slots, slots + m_nfa.slots(), nullptr);
@@ -216,12 +222,6 @@ class RememberingWalk {
   }
 
  private:
-  struct Step {
-    std::uint32_t pc;
-    int slot;  // -1: try pc at `at`; else put `at` back into the slot
-    char const* at;
-  };
-
   bool first_visit(std::uint32_t pc, char const* p) {
     std::size_t const bit = std::size_t{pc} * m_width + static_cast<std::size_t>(p - m_start);
     std::uint64_t const mask = std::uint64_t{1} << (bit & 63);
@@ -274,16 +274,17 @@ class RememberingWalk {
   char const* m_start;
   char const* m_end;
   std::size_t m_width;
-  std::vector<std::uint64_t> m_seen;
-  std::vector<Step> m_stack;
+  std::vector<std::uint64_t>& m_seen;
+  std::vector<Step>& m_stack;
 };
 
 // The group ranges of the match [start, end), written to the record.
 void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char const* start,
-                 char const* end) {
-  std::vector<char const*> slots(static_cast<std::size_t>(nfa.slots()), nullptr);
+                 char const* end, GroupScratch& scratch) {
+  std::vector<char const*>& slots = scratch.slots;
+  slots.assign(static_cast<std::size_t>(nfa.slots()), nullptr);
   if (RememberingWalk::fits(nfa, start, end)) {
-    RememberingWalk(nfa, subject, start, end).run(slots.data());
+    RememberingWalk(nfa, subject, start, end, scratch).run(slots.data());
   } else {
     Machine(nfa, subject, nfa.slots()).run(start, nullptr, end, slots.data());
   }
@@ -293,28 +294,41 @@ void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char cons
   }
 }
 
+// The ranges after a failed match are those the walk leaves: every one
+// cleared when it tried at least one position (each try clears them and a
+// failed one puts back what it changed), untouched when it tried none.
+int no_match(Tcl_RegExp_* re, char const* subject, char const* from) {
+  if (Starts(re, subject).first_from(from) != nullptr) {
+    for (int i = 0; i < re->groups_plus_one; ++i) re->startp[i] = re->endp[i] = nullptr;
+  }
+  return 0;
+}
+
 }  // namespace
 
 int automata_match(Tcl_RegExp_* re, Automata& automata, char const* subject, char const* from) {
-  for (int i = 0; i < re->groups_plus_one; ++i) re->startp[i] = re->endp[i] = nullptr;
   char const* const end = automata.forward(re).match_end(subject, from);
-  if (end == nullptr) return 0;
+  if (end == nullptr) return no_match(re, subject, from);
   char const* const start = automata.reverse(re).match_start(subject, from, end);
   re->startp[0] = start;
   re->endp[0] = end;
-  if (re->groups_plus_one > 1) find_groups(re, *automata.nfa, subject, start, end);
+  if (re->groups_plus_one > 1)
+    find_groups(re, *automata.nfa, subject, start, end, automata.scratch);
   return 1;
 }
 
 int linear_match(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char const* from) {
-  for (int i = 0; i < re->groups_plus_one; ++i) re->startp[i] = re->endp[i] = nullptr;
   Starts const starts(re, subject);
   char const* where[2] = {nullptr, nullptr};
-  if (starts.first_from(from) == nullptr) return 0;
-  if (!Machine(nfa, subject, 2).run(from, &starts, nullptr, where)) return 0;
+  if (!Machine(nfa, subject, 2).run(from, &starts, nullptr, where)) {
+    return no_match(re, subject, from);
+  }
   re->startp[0] = where[0];
   re->endp[0] = where[1];
-  if (re->groups_plus_one > 1) find_groups(re, nfa, subject, where[0], where[1]);
+  if (re->groups_plus_one > 1) {
+    GroupScratch scratch;
+    find_groups(re, nfa, subject, where[0], where[1], scratch);
+  }
   return 1;
 }
 

@@ -20,12 +20,28 @@
 #ifndef ZELSTR_REGEX_LINEAR_H
 #define ZELSTR_REGEX_LINEAR_H
 
+#include <cstdint>
+#include <vector>
+
 struct Tcl_RegExp_;
 
 namespace zelstr::regex {
 
 class Nfa;
 struct Automata;
+
+// The memory the search for group ranges works in, kept from one match to
+// the next.
+struct GroupScratch {
+  struct Step {
+    std::uint32_t pc;
+    int slot;  // -1: try pc at `at`; else put `at` back into the slot
+    char const* at;
+  };
+  std::vector<std::uint64_t> seen;  // (state, position) pairs left behind
+  std::vector<Step> stack;
+  std::vector<char const*> slots;
+};
 
 // The first match at or after `from` in the subject that starts at
 // `subject`, as the walk finds it, with its group ranges written to the

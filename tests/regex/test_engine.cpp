@@ -230,6 +230,34 @@ TEST_F(RegexCaches, HitsEvictionAndFailures) {
       "CompileRE(\"a(\"): Error \"Unmatched '(' in TCL reg.exp.\" during regular expression "
       "compilation by TCL.";
   EXPECT_TRUE(filed_exactly({{-1, text, 4, "regexptcl"}, {-1, text, 4, "regexptcl"}}));
+  // A cached failure quotes the current error text: none after a good
+  // compile, the last one after a bad one.
+  errsvc::clear();
+  Tcl_DeleteInterp(Tcl_RegExpCompile("x"));
+  EXPECT_EQ(Tcl_CompileRE("a(", interp, re, 0), 0);
+  EXPECT_EQ(Tcl_MatchRE("x", "b("), 0);
+  EXPECT_EQ(Tcl_MatchRE("x", "[x"), 0);
+  Tcl_DeleteInterp(Tcl_RegExpCompile("x"));
+  EXPECT_EQ(Tcl_MatchRE("x", "b("), 0);
+  Tcl_DeleteInterp(Tcl_RegExpCompile("c)"));
+  EXPECT_EQ(Tcl_CompileRE("a(", interp, re, 0), 0);
+  EXPECT_TRUE(filed_exactly(
+      {{-1, "CompileRE(\"a(\"): Error during regular expression compilation by TCL.", 4,
+        "regexptcl"},
+       {-1,
+        "MatchRE(...,\"b(\"): Error \"Unmatched '(' in TCL reg.exp.\" during regular expression "
+        "compilation by TCL.",
+        4, "regexptcl"},
+       {-1,
+        "MatchRE(...,\"[x\"): Error \"Unmatched '[' found in a TCL reg.exp.\" during regular "
+        "expression compilation by TCL.",
+        4, "regexptcl"},
+       {-1, "MatchRE(...,\"b(\"): Error during regular expression compilation by TCL.", 4,
+        "regexptcl"},
+       {-1,
+        "CompileRE(\"a(\"): Error \"Unexpected ')' found in TCL reg.exp.\" during regular "
+        "expression compilation by TCL.",
+        4, "regexptcl"}}));
   errsvc::clear();
   EXPECT_EQ(Tcl_CompileRE(nullptr, interp, re, 0), 0);
   EXPECT_EQ(Tcl_CompileRE("", interp, re, 0), 0);

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "regex/matcher.h"
+#include "regex/record.h"
 #include "zelstr/regex.h"
 
 namespace {
@@ -20,19 +21,23 @@ namespace {
 using zelstr::regex::Strategy;
 
 // What one match gives: the result, then each group's range as offsets
-// (-1 for a group that took no part).
+// (-1 for a group that took no part), read from the record itself so that
+// Tcl_RegExpRange's reading of an attached text does not hide them.
 std::vector<long> outcome(Strategy strategy, Tcl_RegExp_* re, std::string const& subject,
                           std::size_t from) {
+  // Ranges a match leaves alone show as -2.
+  char const* const untouched = "untouched";
+  for (int g = 0; g < re->groups_plus_one; ++g) re->startp[g] = re->endp[g] = untouched;
   zelstr::regex::set_strategy(strategy);
   char const* const s = subject.c_str();
   std::vector<long> out{Tcl_RegExpExec(nullptr, re, s + from, s)};
   zelstr::regex::set_strategy(Strategy::kAuto);
-  if (out[0] != 1) return out;
+  auto const offset = [&](char const* p) {
+    return p == untouched ? -2 : p == nullptr ? -1 : p - s;
+  };
   for (int g = 0; g <= Tcl_GetGroupsCount(re); ++g) {
-    char const *start, *end;
-    Tcl_RegExpRange(re, g, &start, &end);
-    out.push_back(start == nullptr ? -1 : start - s);
-    out.push_back(end == nullptr ? -1 : end - s);
+    out.push_back(offset(re->startp[g]));
+    out.push_back(offset(re->endp[g]));
   }
   return out;
 }
@@ -125,7 +130,7 @@ TEST(RegexLinear, AFullCacheIsRebuiltWithoutChangingResults) {
   for (int i = 0; i < 200000; ++i) subject += "ab"[random() % 2];
   std::vector<long> const walk = outcome(Strategy::kPike, re, subject + "c", 0);
   EXPECT_EQ(outcome(Strategy::kAuto, re, subject + "c", 0), walk);
-  EXPECT_EQ(outcome(Strategy::kAuto, re, subject, 0), std::vector<long>{0});
+  EXPECT_EQ(outcome(Strategy::kAuto, re, subject, 0), outcome(Strategy::kPike, re, subject, 0));
   Tcl_DeleteInterp(re);
 }
 
