@@ -1,7 +1,13 @@
 // regex.h - the library's regular-expression engine.
 //
-// A backtracking matcher in the manner of Henry Spencer's regex as Tcl
-// adapted it.  Syntax:
+// The syntax and the results of Henry Spencer's backtracking regex as Tcl
+// adapted it, found in time linear in the subject for every pattern: the
+// compiled program is run as a forward automaton (where the match ends), a
+// reverse one (where it starts) and, for the group ranges, a search of the
+// match that never tries a state twice at one position.  The automata of an
+// expression are made as subjects need them and kept in a cache of at most
+// 1 MB each (emptied and rebuilt when full); the group search uses at most
+// 1 MB more.  Syntax:
 //   x|y        alternatives, tried in order
 //   x* x+ x?   0 or more, 1 or more, 0 or 1 (greedy; a quantifier may not
 //              follow another, and * or + may not apply to what can match
@@ -26,9 +32,10 @@
 // Threads: compiling, matching, the error text, the backslash switch and the
 // two caching calls share the engine's library-wide state, unguarded: the
 // error text, the switch, the compile work buffer, the buffer of an attached
-// text's pattern, the backtracking stack kept from one match to the next,
-// the two caches, and for Tcl_MatchRE's plain-text shortcut the forward
-// search's preparation (search.h).  Call them from one thread at a time.
+// text's pattern, the two caches, and for Tcl_MatchRE's plain-text shortcut
+// the forward search's preparation (search.h); a compiled expression also
+// keeps its automata and its last match.  Call them from one thread at a
+// time.
 // _zstrrev, Tcl_ReplaceRegExpEscapedChars, TCL_DigNextPointer,
 // Tcl_CreateInterp and Tcl_DeleteInterp share nothing; Tcl_RegExpRange,
 // Tcl_RegExpRewriteSubMatches and Tcl_GetGroupsCount only read their

@@ -307,19 +307,26 @@ bool Dfa::matches_at_end(StateId state, bool at_start) {
 
 // Forward, from a state with nothing under way at `p`: the next position
 // where a match can start, or NULL when none can.
-char const* Dfa::skip(char const* p) const {
+// `any_first` tells whether a byte a match can begin with was met at all.
+char const* Dfa::skip(char const* p, bool& any_first) const {
   if (!m_prefix.empty()) {
     // The prefix's first byte found by the C library, the rest compared.
+    any_first = false;
     for (char const first = m_prefix[0];; ++p) {
       p = std::strchr(p, first);
-      if (p == nullptr || std::strncmp(p + 1, m_prefix.c_str() + 1, m_prefix.size() - 1) == 0) {
-        return p;
-      }
+      if (p == nullptr) return nullptr;
+      any_first = true;
+      if (std::strncmp(p + 1, m_prefix.c_str() + 1, m_prefix.size() - 1) == 0) return p;
     }
   }
-  if (m_re->start_char != '\0') return std::strchr(p, m_re->start_char);
-  while (*p != '\0' && !m_first[static_cast<unsigned char>(*p)]) ++p;
-  return *p != '\0' || m_first[0] ? p : nullptr;
+  if (m_re->start_char != '\0') {
+    p = std::strchr(p, m_re->start_char);
+  } else {
+    while (*p != '\0' && !m_first[static_cast<unsigned char>(*p)]) ++p;
+    if (*p == '\0' && !m_first[0]) p = nullptr;
+  }
+  any_first = p != nullptr;
+  return p;
 }
 
 // Whether a literal every match holds occurs from `p` on.
@@ -332,7 +339,8 @@ bool Dfa::holds_required(char const* p) const {
 // The loop follows links as long as they carry no flag; a flag, a link not
 // made yet or the terminator (whose class has no links) takes it to the
 // slow path below.
-char const* Dfa::match_end(char const* subject, char const* from) {
+char const* Dfa::match_end(char const* subject, char const* from, Starts& starts) {
+  starts = Starts::kUnknown;
   if (!holds_required(from)) return nullptr;
   StateId const first = start_state(from == subject, false);
   Link link = link_to(first);
@@ -346,7 +354,10 @@ char const* Dfa::match_end(char const* subject, char const* from) {
       if (m_lists[static_cast<std::size_t>(state_of(link))].size() == 1) return end;
     }
     if (link & kIdle) {
-      p = skip(p);
+      bool any_first;
+      char const* const skipped_from = p;
+      p = skip(p, any_first);
+      if (skipped_from == from) starts = any_first ? Starts::kSome : Starts::kNone;
       if (p == nullptr) return end;
     }
     Link const* const table = m_next.data();
@@ -368,22 +379,37 @@ char const* Dfa::match_end(char const* subject, char const* from) {
   }
 }
 
+// The same loop backwards: the last position seen where the program's
+// start is reached is the match's start.  The step onto the subject's
+// first byte is made apart, since '^' holds there.
 char const* Dfa::match_start(char const* subject, char const* from, char const* end) {
-  StateId state = start_state(end == subject, *end == '\0');
+  Link link = link_to(start_state(end == subject, *end == '\0'));
+  char const* const fast_end = from > subject ? from : subject + 1;
   char const* start = nullptr;
-  for (char const* q = end;; --q) {
-    if (m_flags[static_cast<std::size_t>(state)] & kHasMatch) start = q;
+  char const* q = end;
+  for (;;) {
+    if (link & kDeadEnd) return start;
+    if (link & kHasMatch) start = q;
     if (q == from) return start;
-    auto const c = static_cast<unsigned char>(q[-1]);
-    if (q - 1 == subject) {
-      state = transition(state, c, true);
-    } else {
-      Link const link =
-          m_next[static_cast<std::size_t>(state) * static_cast<std::size_t>(m_classes) +
-                 m_class[c]];
-      state = link >= 0 ? state_of(link) : transition(state, c, false);
+    Link const* const table = m_next.data();
+    Link next = -1;
+    while (q > fast_end) {
+      next = table[(link >> 3) + m_class[static_cast<unsigned char>(q[-1])]];
+      if ((next & (kLinkFlags | std::int32_t{-0x7fffffff - 1})) != 0) break;
+      link = next;
+      --q;
     }
-    if (state == kDead) return start;
+    if (q == from) {
+      if (link & kHasMatch) start = q;
+      return start;
+    }
+    auto const c = static_cast<unsigned char>(q[-1]);
+    bool const onto_first = q - 1 == subject;
+    if (onto_first || next < 0) {
+      next = link_to(transition(state_of(link), c, onto_first));
+    }
+    link = next;
+    --q;
   }
 }
 

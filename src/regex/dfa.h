@@ -50,9 +50,14 @@ class Dfa {
   Dfa(Dfa const&) = delete;
   Dfa& operator=(Dfa const&) = delete;
 
+  // Whether the subject, from the search's start, has a position where
+  // the program's hints let a match begin (the backtracking walk tries
+  // there): known when the search jumped from its start, else kUnknown.
+  enum class Starts { kUnknown, kNone, kSome };
+
   // Forward: the end of the first match at or after `from` in the subject
   // that starts at `subject`, or NULL.
-  char const* match_end(char const* subject, char const* from);
+  char const* match_end(char const* subject, char const* from, Starts& starts);
   // Reverse: where the match that ends at `end` starts, no earlier than
   // `from`, or NULL.
   char const* match_start(char const* subject, char const* from, char const* end);
@@ -86,7 +91,7 @@ class Dfa {
                              (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
   }
   StateId state_of(Link link) const { return (link >> 3) / m_classes; }
-  char const* skip(char const* p) const;
+  char const* skip(char const* p, bool& any_first) const;
   bool holds_required(char const* p) const;
   bool matches_at_end(StateId state, bool at_start);
   void close(Seeds const& seeds, std::vector<std::uint32_t>& leaves);

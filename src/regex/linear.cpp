@@ -297,8 +297,12 @@ void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char cons
 // The ranges after a failed match are those the walk leaves: every one
 // cleared when it tried at least one position (each try clears them and a
 // failed one puts back what it changed), untouched when it tried none.
-int no_match(Tcl_RegExp_* re, char const* subject, char const* from) {
-  if (Starts(re, subject).first_from(from) != nullptr) {
+int no_match(Tcl_RegExp_* re, char const* subject, char const* from,
+             Dfa::Starts known = Dfa::Starts::kUnknown) {
+  bool const tried = known == Dfa::Starts::kUnknown
+                         ? Starts(re, subject).first_from(from) != nullptr
+                         : known == Dfa::Starts::kSome;
+  if (tried) {
     for (int i = 0; i < re->groups_plus_one; ++i) re->startp[i] = re->endp[i] = nullptr;
   }
   return 0;
@@ -307,8 +311,9 @@ int no_match(Tcl_RegExp_* re, char const* subject, char const* from) {
 }  // namespace
 
 int automata_match(Tcl_RegExp_* re, Automata& automata, char const* subject, char const* from) {
-  char const* const end = automata.forward(re).match_end(subject, from);
-  if (end == nullptr) return no_match(re, subject, from);
+  Dfa::Starts starts;
+  char const* const end = automata.forward(re).match_end(subject, from, starts);
+  if (end == nullptr) return no_match(re, subject, from, starts);
   char const* const start = automata.reverse(re).match_start(subject, from, end);
   re->startp[0] = start;
   re->endp[0] = end;
