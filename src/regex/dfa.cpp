@@ -28,6 +28,7 @@ constexpr std::size_t kStateOverhead = 96;
 // A first-byte set this large is met at almost every position: jumping to
 // its next member costs more than it saves.
 constexpr int kMostFirstBytes = 24;
+constexpr int kShortFirstList = 16;
 
 // The literals of the expression's single top-level alternative, if it has
 // one: the one its chain begins with, and the longest one on its chain.
@@ -60,7 +61,10 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
   for (int b = 0; b < 256; ++b) {
     m_first[b] = re->first_bytes.has(static_cast<unsigned char>(b));
     first_count += m_first[b];
+    if (b != 0 && m_first[b]) m_first_list += static_cast<char>(b);
   }
+  // A short list without the terminator is searched for by the C library.
+  if (m_first[0] || first_count > kShortFirstList) m_first_list.clear();
   if (direction == Direction::kForward) {
     chain_literals(re, m_prefix, m_required);
     if (m_prefix.size() < 2) m_prefix.clear();
@@ -321,6 +325,9 @@ char const* Dfa::skip(char const* p, bool& any_first) const {
   }
   if (m_re->start_char != '\0') {
     p = std::strchr(p, m_re->start_char);
+  } else if (!m_first_list.empty()) {
+    p += std::strcspn(p, m_first_list.c_str());  // the C library's vector search
+    if (*p == '\0') p = nullptr;
   } else {
     while (*p != '\0' && !m_first[static_cast<unsigned char>(*p)]) ++p;
     if (*p == '\0' && !m_first[0]) p = nullptr;

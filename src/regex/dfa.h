@@ -121,7 +121,8 @@ class Dfa {
   std::vector<std::uint8_t> m_flags;
   std::vector<Link> m_next;
   // Forward: what lets a search jump over text where no match can be.
-  bool m_first[256] = {};  // the bytes a match can start with
+  bool m_first[256] = {};    // the bytes a match can start with
+  std::string m_first_list;  // the same as a list, when short and without the terminator
   bool m_can_skip = false;
   std::string m_prefix;    // a literal every match begins with (2 bytes or more), or ""
   std::string m_required;  // a literal every match holds, when not the prefix, or ""
