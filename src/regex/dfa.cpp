@@ -231,9 +231,7 @@ void Dfa::close_reverse(Seeds const& seeds, std::vector<std::uint32_t>& leaves) 
   std::sort(leaves.begin(), leaves.end());
 }
 
-Dfa::StateId Dfa::start_state(bool at_start, bool at_end) {
-  StateId const known = m_starts[(at_start ? 2 : 0) + (at_end ? 1 : 0)];
-  if (known != kUnknown) return known;
+Dfa::StateId Dfa::make_start_state(bool at_start, bool at_end) {
   Seeds seeds;
   seeds.at_start = at_start;
   seeds.at_end = at_end && m_direction == Direction::kReverse;
@@ -320,7 +318,10 @@ char const* Dfa::skip(char const* p, bool& any_first) const {
       p = std::strchr(p, first);
       if (p == nullptr) return nullptr;
       any_first = true;
-      if (std::strncmp(p + 1, m_prefix.c_str() + 1, m_prefix.size() - 1) == 0) return p;
+      if (p[1] == m_prefix[1] &&
+          std::strncmp(p + 2, m_prefix.c_str() + 2, m_prefix.size() - 2) == 0) {
+        return p;
+      }
     }
   }
   if (m_re->start_char != '\0') {

@@ -83,7 +83,11 @@ class Dfa {
 
   struct Seeds;  // instructions to close over, with the position's conditions
 
-  StateId start_state(bool at_start, bool at_end);
+  StateId start_state(bool at_start, bool at_end) {
+    StateId const known = m_starts[(at_start ? 2 : 0) + (at_end ? 1 : 0)];
+    return known != kUnknown ? known : make_start_state(at_start, at_end);
+  }
+  StateId make_start_state(bool at_start, bool at_end);
   StateId state_for(std::vector<std::uint32_t> const& leaves);
   StateId transition(StateId from, unsigned char c, bool at_start);
   Link link_to(StateId state) const {

@@ -279,8 +279,8 @@ class RememberingWalk {
 };
 
 // The group ranges of the match [start, end), written to the record.
-void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char const* start,
-                 char const* end, GroupScratch& scratch) {
+[[gnu::noinline]] void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject,
+                                   char const* start, char const* end, GroupScratch& scratch) {
   std::vector<char const*>& slots = scratch.slots;
   slots.assign(static_cast<std::size_t>(nfa.slots()), nullptr);
   if (RememberingWalk::fits(nfa, start, end)) {
@@ -294,6 +294,13 @@ void find_groups(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char cons
   }
 }
 
+void clear_ranges(Tcl_RegExp_* re) {
+  re->startp[0] = re->endp[0] = nullptr;
+  if (re->groups_plus_one == 1) return;  // the common case, without a call to memset
+  std::fill_n(re->startp + 1, re->groups_plus_one - 1, nullptr);
+  std::fill_n(re->endp + 1, re->groups_plus_one - 1, nullptr);
+}
+
 // The ranges after a failed match are those the walk leaves: every one
 // cleared when it tried at least one position (each try clears them and a
 // failed one puts back what it changed), untouched when it tried none.
@@ -302,9 +309,7 @@ int no_match(Tcl_RegExp_* re, char const* subject, char const* from,
   bool const tried = known == Dfa::Starts::kUnknown
                          ? Starts(re, subject).first_from(from) != nullptr
                          : known == Dfa::Starts::kSome;
-  if (tried) {
-    for (int i = 0; i < re->groups_plus_one; ++i) re->startp[i] = re->endp[i] = nullptr;
-  }
+  if (tried) clear_ranges(re);
   return 0;
 }
 

@@ -282,7 +282,8 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
 }
 
 // The backtracking walk over every start position from `from` on.
-int walk_from(Tcl_RegExp_* re, char const* subject, char const* from) {
+// Kept out of line: the common path through execute() stays short.
+[[gnu::noinline]] int walk_from(Tcl_RegExp_* re, char const* subject, char const* from) {
   KeptStack stack;
   Run run(re, subject, stack.get());
   if (re->anchored) return from == subject ? run.try_at(subject) : 0;
