@@ -73,6 +73,7 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
                  (first_count <= kMostFirstBytes || !m_prefix.empty());
   }
   build_classes();
+  for (std::uint32_t pc = 0; pc < nfa.size(); ++pc) m_tests_start |= nfa[pc].kind == Inst::kBol;
   if (direction == Direction::kReverse) build_reverse_edges();
   flush();
 }
@@ -392,7 +393,7 @@ char const* Dfa::match_end(char const* subject, char const* from, Starts& starts
 // first byte is made apart, since '^' holds there.
 char const* Dfa::match_start(char const* subject, char const* from, char const* end) {
   Link link = link_to(start_state(end == subject, *end == '\0'));
-  char const* const fast_end = from > subject ? from : subject + 1;
+  char const* const fast_end = from > subject || !m_tests_start ? from : subject + 1;
   char const* start = nullptr;
   char const* q = end;
   for (;;) {
@@ -412,7 +413,9 @@ char const* Dfa::match_start(char const* subject, char const* from, char const* 
       return start;
     }
     auto const c = static_cast<unsigned char>(q[-1]);
-    bool const onto_first = q - 1 == subject;
+    // Onto the first byte '^' holds: only a program that tests it needs a
+    // transition of its own there.
+    bool const onto_first = q - 1 == subject && m_tests_start;
     if (onto_first || next < 0) {
       next = link_to(transition(state_of(link), c, onto_first));
     }

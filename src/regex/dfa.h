@@ -128,8 +128,9 @@ class Dfa {
   bool m_first[256] = {};    // the bytes a match can start with
   std::string m_first_list;  // the same as a list, when short and without the terminator
   bool m_can_skip = false;
-  std::string m_prefix;    // a literal every match begins with (2 bytes or more), or ""
-  std::string m_required;  // a literal every match holds, when not the prefix, or ""
+  bool m_tests_start = false;  // the program holds a caret
+  std::string m_prefix;        // a literal every match begins with (2 bytes or more), or ""
+  std::string m_required;      // a literal every match holds, when not the prefix, or ""
   StateId m_starts[4] = {kUnknown, kUnknown, kUnknown, kUnknown};
   std::size_t m_memory = 0;
   std::uint32_t m_flushes = 0;
