@@ -2,6 +2,9 @@
 //
 // The destination must be large enough: no function here checks its room.
 //
+// Memory: nothing here allocates, but for the warning records; a record
+// that cannot be allocated changes no result (alloc.h).
+//
 // Threads: every function here may run on several threads at once, each on
 // buffers of its own caller; none shares library-wide state.
 #ifndef ZELSTR_APPEND_H
@@ -11,17 +14,17 @@
 
 // Appends `src` at the terminator of `dest`.  NULL `dest`: warning 180,
 // NULL; NULL `src`: warning 181, `dest` returned intact.
-ZELSTR_API char* _zstrcat(char* dest, char* src);
+ZELSTR_API char* _zstrcat(char* dest, char* src) noexcept;
 
 // Appends at most `count` bytes of `src` and terminates; `count` 0 leaves
 // `dest` as it is.  NULL `dest`: warning 184, NULL; NULL `src`: warning 185,
 // `dest` returned intact.
-ZELSTR_API char* _zstrncat(char* dest, char const* src, unsigned long count);
+ZELSTR_API char* _zstrncat(char* dest, char const* src, unsigned long count) noexcept;
 
 // Inserts `src` at the head of `dest` (an empty `src` returns at once).
 // NULL `dest`: warning 182, NULL; NULL `src`: warning 183, `dest` returned
 // intact.
-ZELSTR_API char* _zstrins(char* dest, char const* src);
+ZELSTR_API char* _zstrins(char* dest, char const* src) noexcept;
 
 // Shifts the string `s`, terminator included, by `n` bytes and returns `s`.
 //
@@ -36,6 +39,6 @@ ZELSTR_API char* _zstrins(char* dest, char const* src);
 // shift drops the first -n characters and fills the tail with `fill`.
 //
 // NULL `s`: warning 186, NULL.
-ZELSTR_API char* _zstrshift(char* s, int n, char fill, int flag);
+ZELSTR_API char* _zstrshift(char* s, int n, char fill, int flag) noexcept;
 
 #endif  // ZELSTR_APPEND_H

@@ -12,6 +12,10 @@
 // SQL text, possibly delimited) and its system form (as the server stores
 // it), validation and the reserved-word test.
 //
+// Memory: CConnForStrFncs, CHSQL and the dialect objects take their memory
+// from the library when made with new: the new-expression gives NULL when
+// memory is short (no constructor runs).  Nothing else here allocates.
+//
 // Threads: the registry takes the module's locks, so its calls may run on
 // several threads at once: building, copying, assigning and destroying an
 // object and the walk of Find hold the list's lock, and Delete and
@@ -24,22 +28,30 @@
 #ifndef ZELSTR_DIALECT_H
 #define ZELSTR_DIALECT_H
 
+#include <cstddef>
+
 #include "zelstr/export.h"
 
 class ZELSTR_API CConnForStrFncs {
  public:
+  // Objects made with new take their memory from the library: the
+  // new-expression gives NULL when memory is short (the constructor does
+  // not run), and the library's delete releases them.
+  static void* operator new(std::size_t size) noexcept;
+  static void operator delete(void* p) noexcept;
+
   // Stores the key and the language ('T' or 'P') and appends the object to
   // the list.
-  CConnForStrFncs(void const* const connection, char language);
+  CConnForStrFncs(void const* const connection, char language) noexcept;
   // A new entry of the list with the key and language of `other`.
-  CConnForStrFncs(CConnForStrFncs const& other);
+  CConnForStrFncs(CConnForStrFncs const& other) noexcept;
   // Copies key and language; an object not yet in the list joins it.
-  CConnForStrFncs const& operator=(CConnForStrFncs const& other);
+  CConnForStrFncs const& operator=(CConnForStrFncs const& other) noexcept;
   // Unlinks the object.
   virtual ~CConnForStrFncs();
 
   // The first object registered with that key and language, or NULL.
-  static CConnForStrFncs* Find(void const* const connection, char language);
+  static CConnForStrFncs* Find(void const* const connection, char language) noexcept;
 
   // Destroys (with delete) the first object registered with that key,
   // whatever its language: 1 if there was one, else 0.  On success the
@@ -47,25 +59,25 @@ class ZELSTR_API CConnForStrFncs {
   // Delete from another thread waits for ever while one from the same
   // thread goes through: callers that delete from several threads must
   // arrange that themselves.
-  static int Delete(void const* const connection);
+  static int Delete(void const* const connection) noexcept;
 
   // Destroys (with delete) every object of the list.
-  static void DeleteWholeArena();
+  static void DeleteWholeArena() noexcept;
 
   // The first object of the list, to walk it with GetNext().
-  static CConnForStrFncs* GetArenaEntry();
-  CConnForStrFncs* GetNext() const;
+  static CConnForStrFncs* GetArenaEntry() noexcept;
+  CConnForStrFncs* GetNext() const noexcept;
 
-  void const* GetConnection() const;
-  char GetLanguageChar() const;
+  void const* GetConnection() const noexcept;
+  char GetLanguageChar() const noexcept;
 
  protected:
   static CConnForStrFncs* m_p1stCnctEnv;
   static CConnForStrFncs* m_pLastCnctEnv;
 
  private:
-  void Append();
-  void Unlink();
+  void Append() noexcept;
+  void Unlink() noexcept;
 
   CConnForStrFncs* m_pNext;
   CConnForStrFncs* m_pPrev;
@@ -75,36 +87,41 @@ class ZELSTR_API CConnForStrFncs {
 
 class ZELSTR_API CHSQL {
  public:
-  CHSQL(void const* const connection, char language);
-  CHSQL(CHSQL const& other);
-  CHSQL& operator=(CHSQL const& other);
+  // As for CConnForStrFncs: new gives NULL when memory is short.
+  static void* operator new(std::size_t size) noexcept;
+  static void operator delete(void* p) noexcept;
+
+  CHSQL(void const* const connection, char language) noexcept;
+  CHSQL(CHSQL const& other) noexcept;
+  CHSQL& operator=(CHSQL const& other) noexcept;
   virtual ~CHSQL();
 
   // 1 when `name` is a valid system name of the given kind.
-  virtual int IsValidSysName(char const* name, unsigned long kind) const = 0;
+  virtual int IsValidSysName(char const* name, unsigned long kind) const noexcept = 0;
   // System form to source form, in place (the buffer has room to quote).
-  virtual int DenormalizeId(char* buffer, unsigned long flags) const = 0;
+  virtual int DenormalizeId(char* buffer, unsigned long flags) const noexcept = 0;
   // The same on a new copy (free it with _zstrdupfree), or NULL.
-  virtual char const* GetDenormalizedId(char const* name, unsigned long flags) const = 0;
+  virtual char const* GetDenormalizedId(char const* name, unsigned long flags) const noexcept = 0;
   // Source form to system form, in place.
-  virtual int NormalizeId(char* buffer, unsigned long kind) const = 0;
-  virtual char const* GetNormalizedId(char const* name, unsigned long kind) const = 0;
+  virtual int NormalizeId(char* buffer, unsigned long kind) const noexcept = 0;
+  virtual char const* GetNormalizedId(char const* name, unsigned long kind) const noexcept = 0;
   // Qualified names (a.b.c), where the dialect supports them.
-  virtual int DenormalizeQualId(char* buffer, unsigned long flags) const = 0;
-  virtual char const* GetDenormalizedQualId(char const* name, unsigned long flags) const = 0;
+  virtual int DenormalizeQualId(char* buffer, unsigned long flags) const noexcept = 0;
+  virtual char const* GetDenormalizedQualId(char const* name,
+                                            unsigned long flags) const noexcept = 0;
   // 1 when `word` is reserved in the server version `version`.
-  virtual int IsReservedWord(char const* word, int version) const = 0;
+  virtual int IsReservedWord(char const* word, int version) const noexcept = 0;
   // Splits a qualified name into a NULL-terminated array of new strings.
   virtual int SplitQualCodeName(char const* name, char*** components,
-                                unsigned long flags) const = 0;
+                                unsigned long flags) const noexcept = 0;
 
-  void const* GetConnection() const;
-  char GetLanguageChar() const;
+  void const* GetConnection() const noexcept;
+  char GetLanguageChar() const noexcept;
 
   // Frees the NULL-terminated array `*components` and its strings, then
   // `*more` and each further char** argument up to a NULL one, setting each
   // to NULL.  Any pointer may be NULL.
-  static void DeleteComponents(char*** components, char** more, ...);
+  static void DeleteComponents(char*** components, char** more, ...) noexcept;
 
  private:
   void const* m_pConnection;

@@ -9,6 +9,12 @@
 // NUL and put back at the next call.  Each function keeps one walk: end
 // every walk with `finished` 0 before starting another.
 //
+// Memory: _zstriextract ignores case through a folded copy of its header
+// and footer, allocated when one is longer than 64 characters; without
+// memory for it the call gives NULL, as when nothing is found
+// (zelstr::allocation_failures, alloc.h, tells the two apart).  Nothing else
+// allocates, but for the warning records.
+//
 // Threads: both functions share library-wide state, unguarded: their walk
 // and the forward search's preparation (search.h), and for _zstriextract the
 // toupper table too.  Walk from one thread at a time.
@@ -21,8 +27,10 @@
 // first call only), 0 ends the walk; any other value: warning 0.  NULL
 // header or footer: 124; a string on a later call: 125; none on the first:
 // 126.  An empty header takes each piece from where the last ended.
-ZELSTR_API char* _zstrextract(char* string, char const* header, char const* footer, int finished);
+ZELSTR_API char* _zstrextract(char* string, char const* header, char const* footer,
+                              int finished) noexcept;
 // The same, finding header and footer without case; its own state.
-ZELSTR_API char* _zstriextract(char* string, char const* header, char const* footer, int finished);
+ZELSTR_API char* _zstriextract(char* string, char const* header, char const* footer,
+                               int finished) noexcept;
 
 #endif  // ZELSTR_EXTRACT_H

@@ -17,6 +17,9 @@
 // may be missed, never invented.  The object keeps pointers into the text
 // and the searched string, which must outlive it.
 //
+// Memory: nothing here allocates, but for the warning records; a record
+// that cannot be allocated changes no result (alloc.h).
+//
 // Threads: an object belongs to one thread at a time; different objects may
 // walk on several threads at once, as long as they pass their jump to
 // FindByXOR(int) or nobody calls SetJumpQty meanwhile: the jump FindByXOR()
@@ -32,28 +35,28 @@ class ZELSTR_API CFindAllStr {
   // `string1` is the text, `string2` the searched string; `caseInsensitive`
   // non-zero compares through the C library's toupper.  NULL: warning 75
   // (`string1`, tested first) or 76, and every call gives NULL.
-  CFindAllStr(char const* string1, char const* string2, int caseInsensitive);
+  CFindAllStr(char const* string1, char const* string2, int caseInsensitive) noexcept;
 
   // Moves the window by 1 + `jump` positions; its start when the searched
   // string is there, else NULL (also once the text is exhausted).  An empty
   // searched string is found once, at the text's start.
-  char* FindByXOR(int jump);
-  char* FindByXOR();  // FindByXOR(GetJumpQty())
+  char* FindByXOR(int jump) noexcept;
+  char* FindByXOR() noexcept;  // FindByXOR(GetJumpQty())
 
   // The start of the window tested last (after a success, the occurrence).
-  char const* GetLastFindPos() const;
+  char const* GetLastFindPos() const noexcept;
 
   // The jump FindByXOR() uses: one value for the whole process.
-  static void SetJumpQty(int jump);
-  static int GetJumpQty();
+  static void SetJumpQty(int jump) noexcept;
+  static int GetJumpQty() noexcept;
 
-  CFindAllStr& operator=(CFindAllStr const& other);
+  CFindAllStr& operator=(CFindAllStr const& other) noexcept;
 
  private:
   // The window's characters from `from` to `to` (inclusive) XORed into
   // `hash`, upper-cased when the search ignores case.
-  unsigned char window_xor(unsigned char hash, int from, int to) const;
-  unsigned char fold(char c) const;
+  unsigned char window_xor(unsigned char hash, int from, int to) const noexcept;
+  unsigned char fold(char c) const noexcept;
 
   int state;             // 0 ready, 1 empty searched string, 2 text too short,
                          // 3 searching, 4 finished, 5 bad argument

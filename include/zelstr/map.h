@@ -18,6 +18,13 @@
 // definition with the element marked <<...>>).  Ranges compare and walk the
 // bytes as signed values: a range cannot run across 0x80.
 //
+// Memory: a map without memory for its block is ZEAL_STR_BAD_MAP with the
+// warning "Not enough RAM to allocate a new map, sorry." (_zmapdefine) or
+// "Not enough RAM to clone a map, sorry." (_zmapclone), severity 4.  A
+// warning that quotes a copy of the definition quotes "<null>" when the
+// copy cannot be made.  _zmapdump2string gives NULL without memory for its
+// text.
+//
 // Threads: every function here may run on several threads at once, with one
 // map or several, except two that share library-wide state: _zmapdefine
 // when it reports a syntax error or a conflict (the text is composed in the
@@ -32,39 +39,39 @@
 
 // A new map, NULL when the definition maps nothing (or is empty; a NULL one
 // draws a notice), ZEAL_STR_BAD_MAP on a syntax error or without memory.
-ZELSTR_API void* _zmapdefine(char const* definition);
+ZELSTR_API void* _zmapdefine(char const* definition) noexcept;
 
 // Releases a map.  TRUE when all went well; NULL is TRUE; ZEAL_STR_BAD_MAP
 // is FALSE with warning 30; a release that went wrong is FALSE (warning 84).
-ZELSTR_API int _zmapfree(void* map);
+ZELSTR_API int _zmapfree(void* map) noexcept;
 
 // An independent copy (NULL and ZEAL_STR_BAD_MAP give themselves).
-ZELSTR_API void* _zmapclone(void* map);
+ZELSTR_API void* _zmapclone(void* map) noexcept;
 
 // TRUE when the map is exactly ASCII case folding, to upper or to lower
 // case, every other byte left alone.  ZEAL_STR_BAD_MAP: warning 11, FALSE.
-ZELSTR_API int _zmapisinsensitive(void* map);
+ZELSTR_API int _zmapisinsensitive(void* map) noexcept;
 
 // The image of `c` (c itself for NULL or ZEAL_STR_BAD_MAP).
-ZELSTR_API char _zmapchrapply(void* map, char c);
+ZELSTR_API char _zmapchrapply(void* map, char c) noexcept;
 
 // Translates `string` in place.  ZEAL_STR_BAD_MAP: warning 11, unchanged.
-ZELSTR_API char* _zmapstrapply(void* map, char* string);
+ZELSTR_API char* _zmapstrapply(void* map, char* string) noexcept;
 
 // Copies `src` to `dest` translating every byte.  NULL map: _zstrcpy;
 // ZEAL_STR_BAD_MAP: warning 13, then _zstrcpy.  NULL: warnings 175, 176.
-ZELSTR_API char* _zmapstrcpy(void* map, char* dest, char const* src);
+ZELSTR_API char* _zmapstrcpy(void* map, char* dest, char const* src) noexcept;
 
 // Bounded like strncpy (exactly `n` bytes, no terminator when `src` is that
 // long); `src` equal to `dest`, or n = 0, leaves `dest` untouched.  NULL map:
 // strncpy; ZEAL_STR_BAD_MAP: warning 14, then strncpy.  NULL: warnings 177,
 // 178.
-ZELSTR_API char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n);
+ZELSTR_API char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n) noexcept;
 
 // The table as text, one line per byte ("map['a']-->'A'\r\n"), only the
 // bytes that change when `changedOnly` is not 0; in a static buffer valid
 // until the next call.  ZEAL_STR_BAD_MAP gives NULL; NULL with
 // `changedOnly` gives "".
-ZELSTR_API char const* _zmapdump2string(void const* map, int changedOnly);
+ZELSTR_API char const* _zmapdump2string(void const* map, int changedOnly) noexcept;
 
 #endif  // ZELSTR_MAP_H

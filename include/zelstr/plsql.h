@@ -6,6 +6,10 @@
 // the system form: a regular name in upper case, a delimited name without
 // its quotation marks.
 //
+// Memory: the copying conversions give NULL when their copy cannot be
+// allocated; the functions that read settings give 0 when the defaults
+// cannot be made (see sqlsettings.h).  _zplsqlstrupper allocates nothing.
+//
 // Threads: _zplsqlstrupper (its table is built once, safely, on first use)
 // and the CHPLSQL members IsReservedWord and the qualified-name ones may run
 // on several threads at once.  The other functions and members read the
@@ -26,18 +30,19 @@
 // allowed-character tables, lower-case ASCII letters being accepted too.
 // Any other kind checks the length only.  NULL: warning, 0.
 ZELSTR_API int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName,
-                                   int kind);
-ZELSTR_API int _zplsqlvalidsysname(char const* i_lpcszSysName, int kind);  // default settings
+                                   int kind) noexcept;
+ZELSTR_API int _zplsqlvalidsysname(char const* i_lpcszSysName,
+                                   int kind) noexcept;  // default settings
 
 // Source form to system form, in place: a delimited name loses its
 // quotation marks and its doubled inner marks become single (0 when an
 // inner mark was not doubled; it is kept); a regular name is upper-cased
 // (_zplsqlstrupper) and the result is its validity under the default
 // settings, kind 1 being taken as 4.  NULL or empty: 1.
-ZELSTR_API int _zplsql2sysname(char* name, int kind);
+ZELSTR_API int _zplsql2sysname(char* name, int kind) noexcept;
 // The same on a new copy (free it with _zstrdupfree): the copy, or NULL
 // when the conversion gives 0.  An empty name gives a static empty string.
-ZELSTR_API char* _zplsql2sysname(char const* name, int kind);
+ZELSTR_API char* _zplsql2sysname(char const* name, int kind) noexcept;
 
 // System form to source form, in place: a name that is not regular under
 // the connection's allowed-character tables (lower case is not regular
@@ -47,45 +52,46 @@ ZELSTR_API char* _zplsql2sysname(char const* name, int kind);
 // quotation mark of the name.  Result: 1 when the connection has its own
 // settings or is NULL, 0 when the defaults were used; 0 also when the
 // tables cannot be had.  NULL or empty: 1.
-ZELSTR_API int _zsysname2plsql(void const* const connection, char* name, int flags);
-ZELSTR_API int _zsysname2plsql(char* name, int flags);
+ZELSTR_API int _zsysname2plsql(void const* const connection, char* name, int flags) noexcept;
+ZELSTR_API int _zsysname2plsql(char* name, int flags) noexcept;
 // The same (flags 0) on a new copy with room for the two surrounding
 // quotation marks: the copy, or NULL when the result is 0 (with a
 // connection, that is also when the connection has no settings of its
 // own).  An empty name gives a static empty string, not to be freed.
-ZELSTR_API char* _zsysname2plsql(void const* const connection, char const* name);
-ZELSTR_API char* _zsysname2plsql(char const* name);
+ZELSTR_API char* _zsysname2plsql(void const* const connection, char const* name) noexcept;
+ZELSTR_API char* _zsysname2plsql(char const* name) noexcept;
 
 // Upper-cases `text` in place as the Oracle server does for text of code
 // page 1252 (accented letters included; a letter whose upper case the code
 // page lacks, such as the sharp s, stays).  Returns `text`; NULL: warning
 // 144, NULL.
-ZELSTR_API char* _zplsqlstrupper(char* text);
+ZELSTR_API char* _zplsqlstrupper(char* text) noexcept;
 
 // The PL/SQL dialect object.
 class ZELSTR_API CHPLSQL : public CHSQL {
  public:
-  explicit CHPLSQL(void const* const connection);
-  CHPLSQL(CHPLSQL const& other);
-  CHPLSQL& operator=(CHPLSQL const& other);
+  explicit CHPLSQL(void const* const connection) noexcept;
+  CHPLSQL(CHPLSQL const& other) noexcept;
+  CHPLSQL& operator=(CHPLSQL const& other) noexcept;
   ~CHPLSQL() override;
 
   // _zplsqlvalidsysname with the default settings.
-  int IsValidSysName(char const* name, unsigned long kind) const override;
+  int IsValidSysName(char const* name, unsigned long kind) const noexcept override;
   // _zsysname2plsql(NULL, buffer, 0); then, when it succeeded and `flags`
   // has the bit 0x200 and the low byte '"', the result is quoted once more,
   // even if it was quoted already (the buffer needs the room).
-  int DenormalizeId(char* buffer, unsigned long flags) const override;
-  char const* GetDenormalizedId(char const* name, unsigned long flags) const override;
+  int DenormalizeId(char* buffer, unsigned long flags) const noexcept override;
+  char const* GetDenormalizedId(char const* name, unsigned long flags) const noexcept override;
   // _zplsql2sysname(buffer, kind).
-  int NormalizeId(char* buffer, unsigned long kind) const override;
-  char const* GetNormalizedId(char const* name, unsigned long kind) const override;
+  int NormalizeId(char* buffer, unsigned long kind) const noexcept override;
+  char const* GetNormalizedId(char const* name, unsigned long kind) const noexcept override;
   // Qualified names are not handled for PL/SQL: 0 or NULL.
-  int DenormalizeQualId(char* buffer, unsigned long flags) const override;
-  char const* GetDenormalizedQualId(char const* name, unsigned long flags) const override;
-  int SplitQualCodeName(char const* name, char*** components, unsigned long flags) const override;
+  int DenormalizeQualId(char* buffer, unsigned long flags) const noexcept override;
+  char const* GetDenormalizedQualId(char const* name, unsigned long flags) const noexcept override;
+  int SplitQualCodeName(char const* name, char*** components,
+                        unsigned long flags) const noexcept override;
   // _zisosqlresword(word, version).
-  int IsReservedWord(char const* word, int version) const override;
+  int IsReservedWord(char const* word, int version) const noexcept override;
 };
 
 #endif  // ZELSTR_PLSQL_H

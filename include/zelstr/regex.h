@@ -29,6 +29,13 @@
 // Tcl_MatchRE cache their expressions and report warnings.  A compiled
 // expression keeps the results of its last match.
 //
+// Memory: a compile that cannot get memory (its work buffer, the compiled
+// record, its automata) gives NULL with the error text "Out of space for
+// creating a new TCL reg.exp. interpretor."; a match that cannot gives -1
+// with the same text; Tcl_CreateInterp gives NULL.  Tcl_CompileRE and
+// Tcl_MatchRE give FALSE with their compile warnings, and keep no such
+// failure in their caches.
+//
 // Threads: compiling, matching, the error text, the backslash switch and the
 // two caching calls share the engine's library-wide state, unguarded: the
 // error text, the switch, the compile work buffer, the buffer of an attached
@@ -59,17 +66,17 @@ struct Tcl_Interp {
 // pattern holding an '@' may carry an attached text: "pattern$$$(text)",
 // or "(text)$$$nrettap" whose pattern part is reversed before compiling.
 // `interp` is not used.
-ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern);
-ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp* interp, char const* pattern);
+ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) noexcept;
+ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp* interp, char const* pattern) noexcept;
 
 // 1 when `string` matches somewhere, 0 when not, -1 on an error or a NULL
 // expression.  The second form matches the first `length` characters: the
 // byte at `length` is set to NUL for the call and put back afterwards.  In
 // the third, `interp` and `start` are not used.
-ZELSTR_API int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re);
-ZELSTR_API int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re);
+ZELSTR_API int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re) noexcept;
+ZELSTR_API int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) noexcept;
 ZELSTR_API int Tcl_RegExpMatch(Tcl_Interp* interp, char const* string, char const* start,
-                               Tcl_RegExp_* re);
+                               Tcl_RegExp_* re) noexcept;
 
 // Matches from `string` on, inside the larger text that begins at `start`:
 // the first match that begins at or after `string`, where '^' still means
@@ -79,42 +86,43 @@ ZELSTR_API int Tcl_RegExpMatch(Tcl_Interp* interp, char const* string, char cons
 // parameter.", a `string` before `start` "Invalid call. ".  `interp` is not
 // used.
 ZELSTR_API int Tcl_RegExpExec(Tcl_Interp* interp, Tcl_RegExp_* re, char const* string,
-                              char const* start);
+                              char const* start) noexcept;
 
 // The start and end of group `index` (0: the whole match) of the last match,
 // NULL for a group that took no part; for index 0 of an expression with an
 // attached text, the range Tcl_RegExpRewriteSubMatches gives.  A NULL
 // expression or an index above the group count: both NULL, result 0; else
 // 1.  Either out-pointer may be NULL.
-ZELSTR_API int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const** end);
+ZELSTR_API int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start,
+                               char const** end) noexcept;
 
 // The number of groups; 0 for NULL.
-ZELSTR_API int Tcl_GetGroupsCount(Tcl_RegExp_* re);
+ZELSTR_API int Tcl_GetGroupsCount(Tcl_RegExp_* re) noexcept;
 
-ZELSTR_API Tcl_Interp* Tcl_CreateInterp();
+ZELSTR_API Tcl_Interp* Tcl_CreateInterp() noexcept;
 
 // Frees a compiled expression.  With an interp: a NULL one frees `re`; one
 // not yet marked deleted is marked, and `re` and the interp are freed; one
 // already marked leaves everything alone.
-ZELSTR_API void Tcl_DeleteInterp(Tcl_RegExp_* re);
-ZELSTR_API void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re);
+ZELSTR_API void Tcl_DeleteInterp(Tcl_RegExp_* re) noexcept;
+ZELSTR_API void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) noexcept;
 
 // The text of the last compile or match error, NULL if none.
-ZELSTR_API char const* Tcl_GetRegError();
+ZELSTR_API char const* Tcl_GetRegError() noexcept;
 
 // TRUE when `pattern` compiles.
-ZELSTR_API int Tcl_IsValidRegularExpression(char const* pattern);
+ZELSTR_API int Tcl_IsValidRegularExpression(char const* pattern) noexcept;
 
 // The switch that makes a backslash in a bracket list escape the next
 // character (off when the library is loaded).
-ZELSTR_API void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous);
-ZELSTR_API int Tcl_GetIfBackslashesInIntervalsAreHandled();
+ZELSTR_API void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous) noexcept;
+ZELSTR_API int Tcl_GetIfBackslashesInIntervalsAreHandled() noexcept;
 
 // Sets the switch for the life of the object, then puts the previous value
 // back.
 class ZELSTR_API Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled {
  public:
-  explicit Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled);
+  explicit Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled) noexcept;
   ~Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled();
   Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(
       Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const&) = delete;
@@ -131,28 +139,29 @@ class ZELSTR_API Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled {
 // warning when the pattern is NULL, empty or wrong (wrong patterns are
 // cached too).  The pattern (char const*)-1 empties the cache.
 ZELSTR_API int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
-                             int backslashes);
+                             int backslashes) noexcept;
 
 // TRUE when `string` matches `pattern`, compiled (escapes replaced, the
 // switch on) through a cache of its own; warnings for NULL arguments and
 // wrong patterns.  The string (char const*)-1 or 1 empties the cache.
-ZELSTR_API int Tcl_MatchRE(char const* string, char const* pattern);
+ZELSTR_API int Tcl_MatchRE(char const* string, char const* pattern) noexcept;
 
 // The node that follows a node of a compiled program (NULL at the end).
-ZELSTR_API char* TCL_DigNextPointer(char* node);
+ZELSTR_API char* TCL_DigNextPointer(char* node) noexcept;
 
 // Replaces, in place, the escapes \t \n \r \f \v of `pattern` by the
 // characters they name; every other backslash is left for the engine.
 // Returns `pattern` (NULL for NULL).
-ZELSTR_API char* Tcl_ReplaceRegExpEscapedChars(char* pattern);
+ZELSTR_API char* Tcl_ReplaceRegExpEscapedChars(char* pattern) noexcept;
 
 // The range index 0 stands for in an expression with an attached text: the
 // attached text names a group, by its number ("2") or by its letter ("B");
 // any other text, or a group that took no part, gives the whole match.
 // Returns 1, or 0 for a NULL expression.
-ZELSTR_API int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start, char const** end);
+ZELSTR_API int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start,
+                                           char const** end) noexcept;
 
 // Reverses `string` in place and returns it (NULL gives NULL).
-ZELSTR_API char* _zstrrev(char* string);
+ZELSTR_API char* _zstrrev(char* string) noexcept;
 
 #endif  // ZELSTR_REGEX_H

@@ -14,6 +14,16 @@
 // buffer is rebuilt once (from the end when it grows), leaving exactly the
 // bytes, up to size + 1, that shifting the tail at each occurrence would.
 //
+// Memory: a growing replacement remembers the occurrences it replaces, and
+// a replacement ignoring case (or through a map) works on a folded copy of
+// `s1` when it is longer than 64 characters.  Without that memory the
+// function returns NULL and the string is left unchanged; _zstr1replace,
+// _zstri1replace and _zstrr1replace too.  _zstrclean still cleans, though
+// the bytes behind the new terminator may differ.  _zstrpurge, without
+// memory for its buffer, files warning 199 and returns NULL.
+// zelstr::allocation_failures (alloc.h) tells such a NULL from the size
+// limit's.
+//
 // Threads: _zstrr1replace, _zstrdeltalen, _zstrmultideltalen,
 // _zstrcpyNreplace and _zstrclean share no library-wide state and may run on
 // several threads at once.  The others share some, unguarded, so call them
@@ -36,65 +46,71 @@ struct zstr_couple {
 
 // Replaces every `s1` by `s2`.  Equal `s1` and `s2`, or an empty `s1`, leave
 // the string as it is; one character for another is a plain overwrite.
-ZELSTR_API char* _zstrNreplace(char* string, char const* s1, char const* s2, unsigned long size);
+ZELSTR_API char* _zstrNreplace(char* string, char const* s1, char const* s2,
+                               unsigned long size) noexcept;
 
 // The same, matching through the C library's toupper; `s2` is written as
 // given.  Only an empty `s1` is taken as "nothing to do" (replacing A by A
 // turns every a into A).
-ZELSTR_API char* _zstriNreplace(char* string, char const* s1, char const* s2, unsigned long size);
+ZELSTR_API char* _zstriNreplace(char* string, char const* s1, char const* s2,
+                                unsigned long size) noexcept;
 
 // Every occurrence that no byte of the set `delimiters` touches (a set
 // definition, see setdef.h): the byte before it (if any) and the byte after
 // it are not members.  A rejected occurrence is skipped whole.  A NULL or
 // empty `delimiters` makes these _zstrNreplace / _zstriNreplace.
 ZELSTR_API char* _zstrNreplaceEx(char* string, char const* s1, char const* s2, unsigned long size,
-                                 char const* delimiters);
+                                 char const* delimiters) noexcept;
 ZELSTR_API char* _zstriNreplaceEx(char* string, char const* s1, char const* s2, unsigned long size,
-                                  char const* delimiters);
+                                  char const* delimiters) noexcept;
 
 // The first (last) occurrence only.  The size is tested once, before
 // anything changes: a result longer than `size` gives NULL and an unchanged
 // string.
-ZELSTR_API char* _zstr1replace(char* string, char const* s1, char const* s2, unsigned long size);
-ZELSTR_API char* _zstri1replace(char* string, char const* s1, char const* s2, unsigned long size);
-ZELSTR_API char* _zstrr1replace(char* string, char const* s1, char const* s2, unsigned long size);
+ZELSTR_API char* _zstr1replace(char* string, char const* s1, char const* s2,
+                               unsigned long size) noexcept;
+ZELSTR_API char* _zstri1replace(char* string, char const* s1, char const* s2,
+                                unsigned long size) noexcept;
+ZELSTR_API char* _zstrr1replace(char* string, char const* s1, char const* s2,
+                                unsigned long size) noexcept;
 
 // Applies _zstrNreplace (_zstrNreplaceEx with `delimiters`, when it is
 // neither NULL nor empty) couple by couple, each to the result of the one
 // before, and stops at the first NULL.  A NULL `string` or `couples` returns
 // `string`.
-ZELSTR_API char* _zstrmultireplace(char* string, zstr_couple* couples, unsigned long size);
+ZELSTR_API char* _zstrmultireplace(char* string, zstr_couple* couples, unsigned long size) noexcept;
 ZELSTR_API char* _zstrmultireplace1(char* string, zstr_couple* couples, unsigned long size,
-                                    char* delimiters);
+                                    char* delimiters) noexcept;
 
 // By how many bytes _zstrNreplace(string, s1, s2, ...) would change the
 // length (negative when it shrinks); exact for distinct `s1` and `s2`.  A
 // NULL or empty `string` counts no occurrence.  Errors give ZEAL_STR_ERR:
 // NULL `s1` or `s2` (warning 40), a length above 2147483647 (41, 42), an
 // overflow (43).
-ZELSTR_API long _zstrdeltalen(char* string, char* s1, char* s2);
+ZELSTR_API long _zstrdeltalen(char* string, char* s1, char* s2) noexcept;
 
 // The sum of _zstrdeltalen over the couples, each against the unchanged
 // `string`.  NULL `string` or `couples` give 0.  A term in error stops the
 // sum (warning 44), so does an overflow (warning 45); both give ZEAL_STR_ERR.
-ZELSTR_API long _zstrmultideltalen(char* string, zstr_couple* couples);
+ZELSTR_API long _zstrmultideltalen(char* string, zstr_couple* couples) noexcept;
 
 // Replaces every `s1` by one NUL byte, cutting the string into pieces that
 // follow each other in the buffer.  NULL `s1`: warning 121, NULL.
-ZELSTR_API char* _zstrNby0replace(char* string, char* s1);
+ZELSTR_API char* _zstrNby0replace(char* string, char* s1) noexcept;
 
 // Copies `src` to `dest` writing `s` (NULL counts as empty) for every `c`.
 // On one buffer: c = 0 appends `s`; `s` = "cc" doubles every `c`; an empty
 // `s` removes every `c`.  The caller guarantees the room.  NULL: warnings 93
 // and 94, NULL.
-ZELSTR_API char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s);
-ZELSTR_API char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s);
+ZELSTR_API char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) noexcept;
+ZELSTR_API char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s) noexcept;
 
 // Cuts out every span that begins with `s1` and ends with the next `s2`;
 // `keep_s1` / `keep_s2` non-zero keep those delimiters.  Spans do not nest.
 // A NULL or empty `s1` (warning 63) or `s2` (warning 64) returns `string`
 // intact.
-ZELSTR_API char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int keep_s2);
+ZELSTR_API char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1,
+                            int keep_s2) noexcept;
 
 // Removes every span from `s1` to the next `s2` like _zstrclean (delimiters
 // dropped), but spans nest: an `s1` inside a span opens a deeper one, and
@@ -103,15 +119,15 @@ ZELSTR_API char* _zstrclean(char* string, char const* s1, char const* s2, int ke
 // delimiters of the outermost span are kept.  The work is done in internal
 // buffers allocated for the call (no memory: warning 199, NULL); the call
 // with all arguments NULL / 0 releases them.
-ZELSTR_API char* _zstrpurge(char* string, char* s1, char* s2, int flag);
+ZELSTR_API char* _zstrpurge(char* string, char* s1, char* s2, int flag) noexcept;
 
 // Collapses runs of the set's characters (a set definition), left to right:
 // with n = 0 a run of one character becomes one; with n > 1 each group of n
 // identical set characters becomes one, and a shorter remainder stays as it
 // is and sets *lonesome to 1; n = 1 or n < 0 change nothing.  *lonesome (when
 // `lonesome` is not NULL) is set to 0 first.
-ZELSTR_API char* _zstrlonesomize(char* string, int n, char const* set, int* lonesome);
+ZELSTR_API char* _zstrlonesomize(char* string, int n, char const* set, int* lonesome) noexcept;
 // The same with the one-character set {c}; c = 0 changes nothing.
-ZELSTR_API char* _zstrlonesomize(char* string, int n, char c, int* lonesome);
+ZELSTR_API char* _zstrlonesomize(char* string, int n, char c, int* lonesome) noexcept;
 
 #endif  // ZELSTR_REPLACE_H

@@ -5,6 +5,9 @@
 // never released by the caller; each stays valid until the arena wraps and
 // later results overwrite it.
 //
+// Memory: the arenas are static: nothing here allocates.  A handler that
+// throws has its exception dropped (the message counts as answered by OK).
+//
 // Threads: the three arenas are library-wide and unguarded: call the three
 // functions, and the library's functions that take their results or
 // compose their warnings there (each header says which), from one thread at
@@ -23,17 +26,17 @@
 // A NULL `src` gives an empty string with `extra` bytes reserved.  An area of
 // more than 655360 bytes is cut to 655360 (at most 655359 characters) after
 // the message box "Cloned area truncated to 640 Kb.".
-ZELSTR_API char* _zstrclone(char const* src, unsigned long extra);
+ZELSTR_API char* _zstrclone(char const* src, unsigned long extra) noexcept;
 
 // Formats like printf into the print arena and returns the text.  Each
 // result starts one past the previous result's terminator; past 512 KB the
 // arena starts over.  A NULL or empty `format` gives an empty string.  A text
 // that would not fit even from the arena's start is cut (to 655358
 // characters) after the message box "Result string truncated to 639 Kb.".
-ZELSTR_API char* _zstrprintf(char const* format, ...) ZELSTR_PRINTF_LIKE(1, 2);
+ZELSTR_API char* _zstrprintf(char const* format, ...) noexcept ZELSTR_PRINTF_LIKE(1, 2);
 
 // _zstrprintf with an argument list, in an arena of its own.
-ZELSTR_API char* _zstrvprintf(char const* format, va_list args) ZELSTR_PRINTF_LIKE(1, 0);
+ZELSTR_API char* _zstrvprintf(char const* format, va_list args) noexcept ZELSTR_PRINTF_LIKE(1, 0);
 
 namespace zelstr {
 
@@ -45,7 +48,7 @@ using MessageBoxHandler = int (*)(char const* text, char const* caption, unsigne
 // Installs `h` and returns the previous handler; nullptr restores the
 // default: MessageBoxA on Windows, one line "caption: text" on standard
 // error elsewhere.
-ZELSTR_API MessageBoxHandler set_message_box_handler(MessageBoxHandler h);
+ZELSTR_API MessageBoxHandler set_message_box_handler(MessageBoxHandler h) noexcept;
 
 }  // namespace zelstr
 

@@ -13,6 +13,10 @@
 // applying one definition to many strings in a row costs a text comparison
 // per call.  The `i` forms ignore the case of the ASCII letters only.
 //
+// Memory: nothing here allocates (the compiled definition is static), but
+// for the warning records; a record that cannot be allocated changes no
+// result (alloc.h).
+//
 // Threads: every function here uses that compiled definition (one for the
 // member tests, one for the others), library-wide and unguarded, and shares
 // it with every other reader of set definitions (the `Ex` replacements,
@@ -26,36 +30,36 @@
 // Length of the initial run of `string` whose bytes are members.  An empty
 // `string` gives 0 at once.  NULL `string`: warning 188; NULL `setdef`:
 // warning 189; empty or wrong `setdef`: warning 206; each returns 0.
-ZELSTR_API unsigned int _zstrspnex(char const* string, char const* setdef);
+ZELSTR_API unsigned int _zstrspnex(char const* string, char const* setdef) noexcept;
 
 // The same, a byte counting as a member when it or its other-case ASCII
 // letter is one.
-ZELSTR_API unsigned int _zstrispnex(char const* string, char const* setdef);
+ZELSTR_API unsigned int _zstrispnex(char const* string, char const* setdef) noexcept;
 
 // Length of the initial run of `string` whose bytes are not members.
 // Warnings 104, 105 and 202 in the same cases, each returning 0.
-ZELSTR_API unsigned int _zstrcspnex(char const* string, char const* setdef);
+ZELSTR_API unsigned int _zstrcspnex(char const* string, char const* setdef) noexcept;
 
 // The same; the run also ends at a letter whose other-case form is a member.
-ZELSTR_API unsigned int _zstricspnex(char const* string, char const* setdef);
+ZELSTR_API unsigned int _zstricspnex(char const* string, char const* setdef) noexcept;
 
 // The position just after the initial run of members, or NULL when that is
 // the terminator.  No warnings: NULL, empty or wrong arguments give NULL.
-ZELSTR_API char* _zstrposex(char* string, char const* setdef);
-ZELSTR_API char const* _zstrposex(char const* string, char const* setdef);
-ZELSTR_API char* _zstriposex(char* string, char const* setdef);
-ZELSTR_API char const* _zstriposex(char const* string, char const* setdef);
+ZELSTR_API char* _zstrposex(char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zstrposex(char const* string, char const* setdef) noexcept;
+ZELSTR_API char* _zstriposex(char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zstriposex(char const* string, char const* setdef) noexcept;
 
 // The position of the first member, or NULL when there is none.  No
 // warnings: NULL, empty or wrong arguments give NULL.
-ZELSTR_API char* _zstrcposex(char* string, char const* setdef);
-ZELSTR_API char const* _zstrcposex(char const* string, char const* setdef);
-ZELSTR_API char* _zstricposex(char* string, char const* setdef);
-ZELSTR_API char const* _zstricposex(char const* string, char const* setdef);
+ZELSTR_API char* _zstrcposex(char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zstrcposex(char const* string, char const* setdef) noexcept;
+ZELSTR_API char* _zstricposex(char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zstricposex(char const* string, char const* setdef) noexcept;
 
 // 1 (TRUE) when the byte `c` is a member, 0 (FALSE) otherwise.  NULL
 // `setdef`: warning 145; empty: warning 203; wrong: warning 204; each
 // returns FALSE.
-ZELSTR_API int _zchrspnex(char c, char* setdef);
+ZELSTR_API int _zchrspnex(char c, char* setdef) noexcept;
 
 #endif  // ZELSTR_SETDEF_H

@@ -20,6 +20,12 @@
 // selects it too, with a warning.  Trailing blanks of a definition are cut
 // in the caller's own string (it must be writable when it has some).
 //
+// Memory: a setting for which an entry, or the copies of its definitions,
+// cannot be allocated is not made: the settings stay as they were and the
+// set functions still return 1.  Until a language's defaults can be made,
+// the get functions return 0 and fill nothing, and the builders return 0
+// with both tables NULL (no warning).
+//
 // Threads: nothing here is locked, and every call shares library-wide state:
 // the settings, whose look-up writes a one-entry cache even when it only
 // reads them (and makes a language's default entry on first need), and for
@@ -36,7 +42,7 @@
 // value, change nothing and return 0; otherwise 1.
 ZELSTR_API int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nMaxName,
                                  int quotedId, int bracketedId, char i_cDefltQuote,
-                                 char const* allowedAs1st);
+                                 char const* allowedAs1st) noexcept;
 
 // Fills each non-NULL out-argument from the connection's settings (the
 // defaults when it has none).  1 when the connection has settings of its own
@@ -44,21 +50,21 @@ ZELSTR_API int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersio
 // stays valid until they change.
 ZELSTR_API int _ztsqlgetdefaults(void const* const connection, int* version, int* maxName,
                                  int* quotedId, int* bracketedId, char* defltQuote,
-                                 char const** allowedAs1st);
+                                 char const** allowedAs1st) noexcept;
 
 // Sets the QUOTED_IDENTIFIER flag: 1 when the connection's own settings were
 // changed; 0 when it has none, in which case the defaults shared by every
 // such connection were changed instead.
-ZELSTR_API int _ztsqlsetquotedid(void const* const connection, int quotedId);
+ZELSTR_API int _ztsqlsetquotedid(void const* const connection, int quotedId) noexcept;
 
 // Valid PL/SQL versions: 102 to 105, 107 to 110, 120, 130, 140, 150 to 152
 // and 1160 to 1165.  Maximum lengths at least 1.  As _ztsqlsetdefaults.
 ZELSTR_API int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_nMaxName,
-                                  int i_nMaxDbLinkName, char const* allowedAs1st);
+                                  int i_nMaxDbLinkName, char const* allowedAs1st) noexcept;
 
 // As _ztsqlgetdefaults, for PL/SQL.
 ZELSTR_API int _zplsqlgetdefaults(void const* const connection, int* version, int* maxName,
-                                  int* maxDbLinkName, char const** allowedAs1st);
+                                  int* maxDbLinkName, char const** allowedAs1st) noexcept;
 
 // Hands out the two 256-entry tables (non-zero for an allowed character) of
 // the characters allowed first and at the other positions of a T-SQL
@@ -70,10 +76,10 @@ ZELSTR_API int _zplsqlgetdefaults(void const* const connection, int* version, in
 // for a connection with its own settings, 0 for one using the defaults; 0
 // with both tables NULL when a definition cannot be read (with a warning).
 ZELSTR_API int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
-                                                 void const* const connection);
+                                                 void const* const connection) noexcept;
 
 // The same for PL/SQL, with its own pair of tables.
 ZELSTR_API int _zstr_build_plsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
-                                                  void const* const connection);
+                                                  void const* const connection) noexcept;
 
 #endif  // ZELSTR_SQLSETTINGS_H

@@ -2,7 +2,9 @@
 //
 // The library works on 8-bit zero-terminated strings.  A bad argument never
 // stops a call: the function reports a warning to the error-handler service
-// (errsvc/errsvc.h) and returns the fallback value its message names.
+// (errsvc/errsvc.h) and returns the fallback value its message names.  No
+// function throws: one that cannot get memory returns the failure value
+// its header names (alloc.h has the rule).
 #ifndef ZELSTR_ZELSTR_H
 #define ZELSTR_ZELSTR_H
 

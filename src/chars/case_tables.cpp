@@ -71,7 +71,7 @@ ZELSTR_MODULE_HOOK zelstr::frame::LoadHook g_case_tables(zelstr::frame::LoadStep
 
 }  // namespace
 
-void CCharCaseRelatedOps::InitMembers() {
+void CCharCaseRelatedOps::InitMembers() noexcept {
   if (m_bMembersInitialized) return;
   std::memset(m_pbIsAlphaUC, 0, 256);
   std::memset(m_pbIsLowerUC, 0, 256);
@@ -99,23 +99,25 @@ void CCharCaseRelatedOps::InitMembers() {
   m_bMembersInitialized = true;
 }
 
-int CCharCaseRelatedOps::AZ_StrICmp(char const* s1, char const* s2) {
+int CCharCaseRelatedOps::AZ_StrICmp(char const* s1, char const* s2) noexcept {
   return compare_to_end<true>(s1, s2, ~0u);
 }
 
-int CCharCaseRelatedOps::AZ_StrNICmp(char const* s1, char const* s2, unsigned int count) {
+int CCharCaseRelatedOps::AZ_StrNICmp(char const* s1, char const* s2, unsigned int count) noexcept {
   return sign(compare_to_end<true>(s1, s2, count));
 }
 
 int CCharCaseRelatedOps::AZ_StrNICmp_DontCareOfEOS(char const* s1, char const* s2,
-                                                   unsigned int count) {
+                                                   unsigned int count) noexcept {
   return sign(compare_exactly<true>(s1, s2, count));
 }
 
-int CCharCaseRelatedOps::Standard_StrNCmp(char const* s1, char const* s2, unsigned int count) {
+int CCharCaseRelatedOps::Standard_StrNCmp(char const* s1, char const* s2,
+                                          unsigned int count) noexcept {
   return compare_to_end<false>(s1, s2, count);
 }
 
-int CCharCaseRelatedOps::StrNCmp_DontCareOfEOS(char const* s1, char const* s2, unsigned int count) {
+int CCharCaseRelatedOps::StrNCmp_DontCareOfEOS(char const* s1, char const* s2,
+                                               unsigned int count) noexcept {
   return compare_exactly<false>(s1, s2, count);
 }

@@ -14,11 +14,12 @@ namespace {
 
 using zelstr::platform::CriticalSectionGuard;
 
-// Filed records and NULL hand-overs since the last clear().  Heap objects
-// never freed, so that reports made during static destruction stay safe.
-std::vector<errsvc::Record>& filed() {
-  static auto* const list = new std::vector<errsvc::Record>;
-  return *list;
+// Filed records and NULL hand-overs since the last clear().  The list is
+// never destroyed, so that reports made during static destruction stay
+// safe; made empty, it needs no memory until the first record.
+std::vector<errsvc::Record>& filed() noexcept {
+  static auto& list = errsvc::detail::never_destroyed<std::vector<errsvc::Record>>();
+  return list;
 }
 std::size_t g_null_records = 0;
 errsvc::Sink g_sink = nullptr;
@@ -26,12 +27,12 @@ std::atomic<unsigned> g_failing_allocations{0};
 
 char const* text_or_empty(char const* s) { return s ? s : ""; }
 
-bool warnings_to_stderr() {
+bool warnings_to_stderr() noexcept {
   char const* v = std::getenv("ZELSTR_WARNINGS");
   return v != nullptr && std::strcmp(v, "stderr") == 0;
 }
 
-void print_to_stderr(errsvc::Record const& r) {
+void print_to_stderr(errsvc::Record const& r) noexcept {
   std::fprintf(stderr, "warning: severity %d, id %d, %s: %s\n", r.severity, r.id,
                r.function.c_str(), r.text.c_str());
 }
@@ -54,63 +55,97 @@ void* CErrorDescription::operator new(std::size_t size) noexcept {
 
 void CErrorDescription::operator delete(void* p) noexcept { ::operator delete(p); }
 
+// The texts are copied into the record; when one of them cannot be, the
+// record keeps none of them and says so (IsComplete), and the reporter files
+// a NULL record instead.
 CErrorDescription::CErrorDescription(int line, char const* file, char const* function, int id,
-                                     char const* text, int severity, unsigned extra)
-    : m_nLine(line),
-      m_strFile(text_or_empty(file)),
-      m_strFunction(text_or_empty(function)),
-      m_nId(id),
-      m_strText(text_or_empty(text)),
-      m_nSeverity(severity),
-      m_uExtra(extra) {}
+                                     char const* text, int severity, unsigned extra) noexcept
+    : m_nLine(line), m_nId(id), m_nSeverity(severity), m_uExtra(extra), m_bComplete(false) {
+  try {
+    m_strFile = text_or_empty(file);
+    m_strFunction = text_or_empty(function);
+    m_strText = text_or_empty(text);
+    m_bComplete = true;
+  } catch (...) {
+    m_strFile.clear();
+    m_strFunction.clear();
+    m_strText.clear();
+  }
+}
 
-int ErrHandDLL_AddError(CErrorDescription* record) {
+namespace {
+
+// Keeps a copy of `record` in the list; false when memory is short.
+bool file(CErrorDescription const& record, errsvc::Record& copy) noexcept {
+  try {
+    copy = errsvc::Record{record.Line(), record.File(),     record.Function(), record.Id(),
+                          record.Text(), record.Severity(), record.Extra()};
+    filed().push_back(copy);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+// The sink is the program's code: what it throws stays here.
+void tell(errsvc::Sink sink, errsvc::Record const& copy) noexcept {
+  try {
+    sink(copy);
+  } catch (...) {
+  }
+}
+
+}  // namespace
+
+int ErrHandDLL_AddError(CErrorDescription* record) noexcept {
   errsvc::Sink sink;
   errsvc::Record copy;
   int filed_count;
   {
     CriticalSectionGuard guard(errsvc::detail::service_lock());
-    if (record == nullptr) {
-      ++g_null_records;
-      return static_cast<int>(filed().size());
-    }
-    copy = errsvc::Record{record->Line(), record->File(),     record->Function(), record->Id(),
-                          record->Text(), record->Severity(), record->Extra()};
+    bool const kept = record != nullptr && record->IsComplete() && file(*record, copy);
     delete record;
-    filed().push_back(copy);
     filed_count = static_cast<int>(filed().size());
+    if (!kept) {
+      ++g_null_records;  // a record that could not be made or kept
+      return filed_count;
+    }
     sink = g_sink;
   }
   if (warnings_to_stderr()) print_to_stderr(copy);
-  if (sink != nullptr) sink(copy);
+  if (sink != nullptr) tell(sink, copy);
   return filed_count;
 }
 
 namespace errsvc {
 
-std::vector<Record> records() {
+std::vector<Record> records() noexcept {
   CriticalSectionGuard guard(detail::service_lock());
-  return filed();
+  try {
+    return filed();
+  } catch (...) {
+    return {};
+  }
 }
 
-void clear() {
+void clear() noexcept {
   CriticalSectionGuard guard(detail::service_lock());
-  filed().clear();
+  std::vector<errsvc::Record>().swap(filed());  // the list's memory goes too
   g_null_records = 0;
 }
 
-Sink set_sink(Sink sink) {
+Sink set_sink(Sink sink) noexcept {
   CriticalSectionGuard guard(detail::service_lock());
   Sink previous = g_sink;
   g_sink = sink;
   return previous;
 }
 
-std::size_t null_record_count() {
+std::size_t null_record_count() noexcept {
   CriticalSectionGuard guard(detail::service_lock());
   return g_null_records;
 }
 
-void fail_next_record_allocations(unsigned count) { g_failing_allocations = count; }
+void fail_next_record_allocations(unsigned count) noexcept { g_failing_allocations = count; }
 
 }  // namespace errsvc

@@ -12,19 +12,16 @@ namespace {
 
 using zelstr::platform::CriticalSectionGuard;
 
+using errsvc::detail::never_destroyed;
+
 // Short names handed out by RemovePath; a list keeps their addresses stable.
-std::list<std::string>& short_names() {
-  static auto* const names = new std::list<std::string>;
-  return *names;
-}
-std::vector<std::string>& registrations() {
-  static auto* const regs = new std::vector<std::string>;
-  return *regs;
+std::list<std::string>& short_names() noexcept { return never_destroyed<std::list<std::string>>(); }
+std::vector<std::string>& registrations() noexcept {
+  return never_destroyed<std::vector<std::string>>();
 }
 // Live module objects: (id, display name).
-std::vector<std::pair<int, std::string>>& modules() {
-  static auto* const mods = new std::vector<std::pair<int, std::string>>;
-  return *mods;
+std::vector<std::pair<int, std::string>>& modules() noexcept {
+  return never_destroyed<std::vector<std::pair<int, std::string>>>();
 }
 int g_next_module_id = 1;
 
@@ -41,24 +38,36 @@ std::string base_name(char const* path, bool drop_extension) {
 
 }  // namespace
 
-char const* CMarkerDescription::RemovePath(char const* path, int flag) {
+// Each of the three below leaves its list as it was when memory is short.
+char const* CMarkerDescription::RemovePath(char const* path, int flag) noexcept {
   if (path == nullptr) return "";
   CriticalSectionGuard guard(errsvc::detail::service_lock());
-  short_names().push_back(base_name(path, flag != 0));
+  try {
+    short_names().push_back(base_name(path, flag != 0));
+  } catch (...) {
+    return "";
+  }
   return short_names().back().c_str();
 }
 
-int ErrHandDLL_RegisterTowardsDll(char const* path) {
+int ErrHandDLL_RegisterTowardsDll(char const* path) noexcept {
   if (path == nullptr) return 0;
   CriticalSectionGuard guard(errsvc::detail::service_lock());
-  registrations().push_back(base_name(path, true));
+  try {
+    registrations().push_back(base_name(path, true));
+  } catch (...) {
+    return 0;
+  }
   return static_cast<int>(registrations().size());
 }
 
-CErrSvcDllModule::CErrSvcDllModule(char const* display_name, char const* /*source_file*/) {
+CErrSvcDllModule::CErrSvcDllModule(char const* display_name, char const* /*source_file*/) noexcept {
   CriticalSectionGuard guard(errsvc::detail::service_lock());
   m_nId = g_next_module_id++;
-  modules().emplace_back(m_nId, display_name ? display_name : "");
+  try {
+    modules().emplace_back(m_nId, display_name ? display_name : "");
+  } catch (...) {
+  }
 }
 
 CErrSvcDllModule::~CErrSvcDllModule() {
@@ -74,16 +83,24 @@ CErrSvcDllModule::~CErrSvcDllModule() {
 
 namespace errsvc {
 
-std::vector<std::string> registered_sources() {
+std::vector<std::string> registered_sources() noexcept {
   CriticalSectionGuard guard(detail::service_lock());
-  return registrations();
+  try {
+    return registrations();
+  } catch (...) {
+    return {};
+  }
 }
 
-std::vector<std::string> live_modules() {
+std::vector<std::string> live_modules() noexcept {
   CriticalSectionGuard guard(detail::service_lock());
-  std::vector<std::string> names;
-  for (auto const& m : modules()) names.push_back(m.second);
-  return names;
+  try {
+    std::vector<std::string> names;
+    for (auto const& m : modules()) names.push_back(m.second);
+    return names;
+  } catch (...) {
+    return {};
+  }
 }
 
 }  // namespace errsvc

@@ -3,9 +3,9 @@
 
 namespace errsvc::detail {
 
-zelstr::platform::CriticalSection& service_lock() {
+zelstr::platform::CriticalSection& service_lock() noexcept {
   static zelstr::platform::CriticalSection* const lock = [] {
-    auto* cs = new zelstr::platform::CriticalSection;
+    auto* const cs = &never_destroyed<zelstr::platform::CriticalSection>();
     cs->Initialize();
     return cs;
   }();

@@ -11,16 +11,16 @@ thread_local char t_format_message[kBufferSize];
 
 }  // namespace
 
-char* ErrHand_BufferForLoadString() { return t_load_string; }
-char* ErrHand_BufferForFormatMessage() { return t_format_message; }
-char const* ErrHandDLL_GetTopMarkerText() { return ""; }
+char* ErrHand_BufferForLoadString() noexcept { return t_load_string; }
+char* ErrHand_BufferForFormatMessage() noexcept { return t_format_message; }
+char const* ErrHandDLL_GetTopMarkerText() noexcept { return ""; }
 
-char const* ErrHand_Msg_ERRSVC_BAD_ARGUMENT() {
+char const* ErrHand_Msg_ERRSVC_BAD_ARGUMENT() noexcept {
   return "A bad argument was given to the function.";
 }
-char const* ErrHand_Msg_ERRSVC_INCOHERENT_FLAG() {
+char const* ErrHand_Msg_ERRSVC_INCOHERENT_FLAG() noexcept {
   return "An incoherent flag was given to the function.";
 }
-char const* ErrHand_Msg_ERRSVC_INTERNAL_ERROR() {
+char const* ErrHand_Msg_ERRSVC_INTERNAL_ERROR() noexcept {
   return "An internal error occurred in the function.";
 }

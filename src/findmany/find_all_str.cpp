@@ -21,7 +21,7 @@ enum State : int { kReady, kEmptySearched, kTextTooShort, kSearching, kFinished,
 
 int CFindAllStr::m_nJumpQty = 0;
 
-CFindAllStr::CFindAllStr(char const* string1, char const* string2, int caseInsensitive_)
+CFindAllStr::CFindAllStr(char const* string1, char const* string2, int caseInsensitive_) noexcept
     : state(kBadArgument),
       current(nullptr),
       searched(string2),
@@ -60,17 +60,17 @@ CFindAllStr::CFindAllStr(char const* string1, char const* string2, int caseInsen
   state = kReady;
 }
 
-unsigned char CFindAllStr::fold(char c) const {
+unsigned char CFindAllStr::fold(char c) const noexcept {
   auto const b = static_cast<unsigned char>(c);
   return caseInsensitive ? static_cast<unsigned char>(std::toupper(b)) : b;
 }
 
-unsigned char CFindAllStr::window_xor(unsigned char hash, int from, int to) const {
+unsigned char CFindAllStr::window_xor(unsigned char hash, int from, int to) const noexcept {
   for (int i = from; i <= to; ++i) hash ^= fold(current[i]);
   return hash;
 }
 
-char* CFindAllStr::FindByXOR(int jump) {
+char* CFindAllStr::FindByXOR(int jump) noexcept {
   if (jump != 0 && (state == kReady || state == kSearching)) {
     if (jump > 0) {
       for (int k = 0; k < jump; ++k) {
@@ -118,11 +118,11 @@ char* CFindAllStr::FindByXOR(int jump) {
   return same ? current : nullptr;
 }
 
-char* CFindAllStr::FindByXOR() { return FindByXOR(m_nJumpQty); }
+char* CFindAllStr::FindByXOR() noexcept { return FindByXOR(m_nJumpQty); }
 
-char const* CFindAllStr::GetLastFindPos() const { return current; }
+char const* CFindAllStr::GetLastFindPos() const noexcept { return current; }
 
-void CFindAllStr::SetJumpQty(int jump) { m_nJumpQty = jump; }
-int CFindAllStr::GetJumpQty() { return m_nJumpQty; }
+void CFindAllStr::SetJumpQty(int jump) noexcept { m_nJumpQty = jump; }
+int CFindAllStr::GetJumpQty() noexcept { return m_nJumpQty; }
 
-CFindAllStr& CFindAllStr::operator=(CFindAllStr const& other) = default;
+CFindAllStr& CFindAllStr::operator=(CFindAllStr const& other) noexcept = default;

@@ -5,36 +5,33 @@
 #include "zelstr/alloc.h"
 
 #include <cstring>
-#include <new>
 
-namespace {
+#include "frame/memory.h"
 
-char* allocate(std::size_t size) { return new (std::nothrow) char[size]; }
+using zelstr::frame::new_array;
 
-}  // namespace
-
-char* _zstrdupalloc(char const* src, unsigned int extra) {
+char* _zstrdupalloc(char const* src, unsigned int extra) noexcept {
   if (src == nullptr) return nullptr;
   std::size_t const length = std::strlen(src);
-  char* const copy = allocate(length + extra + 1);
+  char* const copy = new_array<char>(length + extra + 1);
   if (copy != nullptr) std::memcpy(copy, src, length + 1);
   return copy;
 }
 
-char* _zstrdupnalloc(char const* src, unsigned int n, unsigned int extra) {
+char* _zstrdupnalloc(char const* src, unsigned int n, unsigned int extra) noexcept {
   if (src == nullptr) return nullptr;
-  char* const copy = allocate(std::size_t{n} + extra + 1);
+  char* const copy = new_array<char>(std::size_t{n} + extra + 1);
   if (copy == nullptr) return nullptr;
   std::memcpy(copy, src, n);
   copy[n] = '\0';
   return copy;
 }
 
-void _zstrdupfree(char*& p) {
+void _zstrdupfree(char*& p) noexcept {
   delete[] p;
   p = nullptr;
 }
 
-CStringAlloc::CStringAlloc(char const* src) : m_pszString(_zstrdupalloc(src, 0)) {}
+CStringAlloc::CStringAlloc(char const* src) noexcept : m_pszString(_zstrdupalloc(src, 0)) {}
 
 CStringAlloc::~CStringAlloc() { _zstrdupfree(m_pszString); }

@@ -32,7 +32,7 @@ void warn_clone_truncated() {
 
 }  // namespace
 
-char* _zstrclone(char const* src, unsigned long extra) {
+char* _zstrclone(char const* src, unsigned long extra) noexcept {
   std::size_t const reserve = static_cast<std::uint32_t>(extra);
   std::size_t const length = src != nullptr ? std::strlen(src) : 0;
   std::size_t size = src != nullptr ? length + 1 + reserve : reserve;

@@ -8,7 +8,7 @@ namespace zelstr::frame {
 inline constexpr unsigned kWarningBoxStyle = 4144;
 
 // Shows `text` through the installed handler, or the system's message box.
-int show_message_box(char const* text, char const* caption, unsigned style);
+int show_message_box(char const* text, char const* caption, unsigned style) noexcept;
 
 }  // namespace zelstr::frame
 

@@ -20,9 +20,16 @@ struct Step {
     }
     std::abort();  // more hooks than a step holds: a mistake of the build
   }
-  void run_all() const {
+  // The module's entry runs from the loader (or a static destructor), where
+  // an exception would end the process: a hook that throws, for lack of
+  // memory say, is abandoned and the next hooks still run.
+  void run_all() const noexcept {
     for (Hook run : hooks) {
-      if (run != nullptr) run();
+      if (run == nullptr) continue;
+      try {
+        run();
+      } catch (...) {
+      }
     }
   }
 };
@@ -48,13 +55,13 @@ void detach() {
 
 }  // namespace
 
-int module_entry(void* instance, unsigned long reason, void* /*reserved*/) {
+int module_entry(void* instance, unsigned long reason, void* /*reserved*/) noexcept {
   if (reason == kProcessAttach) attach(instance);
   if (reason == kProcessDetach) detach();
   return 1;
 }
 
-void* module_instance() { return g_instance; }
+void* module_instance() noexcept { return g_instance; }
 
 LoadHook::LoadHook(LoadStep step, void (*run)()) { g_load_steps[static_cast<int>(step)].add(run); }
 

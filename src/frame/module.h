@@ -30,11 +30,12 @@ inline constexpr unsigned long kThreadDetach = 3;
 // The module's entry.  At attach: keeps `instance`, initialises the three
 // critical sections (third, second, first) and runs the load steps.  At
 // detach: runs the unload steps in order, then deletes the critical sections.
-// Returns 1 (TRUE) for every reason.
-int module_entry(void* instance, unsigned long reason, void* reserved);
+// A hook that throws is abandoned, the others still run.  Returns 1 (TRUE)
+// for every reason.
+int module_entry(void* instance, unsigned long reason, void* reserved) noexcept;
 
 // The instance handle kept at attach (used to load resource strings).
-void* module_instance();
+void* module_instance() noexcept;
 
 // Work done at load, after the critical sections exist.
 enum class LoadStep {

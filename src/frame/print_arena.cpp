@@ -75,7 +75,7 @@ char* format_in(PrintArena& arena, char const* format, va_list args) {
 
 }  // namespace
 
-char* _zstrprintf(char const* format, ...) {
+char* _zstrprintf(char const* format, ...) noexcept {
   va_list args;
   va_start(args, format);
   char* const result = format_in(g_printf_arena, format, args);
@@ -83,6 +83,6 @@ char* _zstrprintf(char const* format, ...) {
   return result;
 }
 
-char* _zstrvprintf(char const* format, va_list args) {
+char* _zstrvprintf(char const* format, va_list args) noexcept {
   return format_in(g_vprintf_arena, format, args);
 }

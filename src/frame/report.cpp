@@ -6,6 +6,7 @@
 #include <new>
 
 #include "errsvc/errsvc.h"
+#include "frame/memory.h"
 #include "frame/module.h"
 #include "platform/resources.h"
 
@@ -20,7 +21,7 @@ std::atomic<int> g_current_message_id{0};
 // The text of string-table message `id`, in the service's load-string buffer.
 // When the table has no such entry the buffer gets "<Bad resource ID=...>"
 // with the system's text for the error that the load left behind.
-char const* load_message_text(int id) {
+char const* load_message_text(int id) noexcept {
   char* const text = ErrHand_BufferForLoadString();
   if (id >= 0 && platform::load_string(module_instance(), static_cast<unsigned>(id), text,
                                        kLoadStringBufferSize) != 0) {
@@ -35,24 +36,27 @@ char const* load_message_text(int id) {
 }
 
 // Builds the record in `memory` (from the service's allocator, may be NULL)
-// and files it.  A record that cannot be built is filed as NULL.
+// and files it.  A record that could not be allocated, or whose texts could
+// not be copied into it, is filed as NULL: the service counts it, and the
+// caller goes on to its fallback as usual.
 void file_record(void* memory, int line, Unit unit, char const* function, int id, char const* text,
-                 int severity) {
+                 int severity) noexcept {
   CErrorDescription* record = nullptr;
   if (memory != nullptr) {
-    try {
-      record = ::new (memory)
-          CErrorDescription(line, unit_short_name(unit), function, id, text, severity, 0);
-    } catch (...) {
-      CErrorDescription::operator delete(memory);
+    record = ::new (memory)
+        CErrorDescription(line, unit_short_name(unit), function, id, text, severity, 0);
+    if (!record->IsComplete()) {
+      delete record;
+      record = nullptr;
     }
   }
+  if (record == nullptr) note_allocation_failure();
   ErrHandDLL_AddError(record);
 }
 
 }  // namespace
 
-void report(Unit unit, Message const& message, char const* function, int line) {
+void report(Unit unit, Message const& message, char const* function, int line) noexcept {
   if (message.id < 0) {
     void* const memory = CErrorDescription::operator new(sizeof(CErrorDescription));
     file_record(memory, line, unit, function, -1, message.text, message.severity);
@@ -64,6 +68,6 @@ void report(Unit unit, Message const& message, char const* function, int line) {
   file_record(memory, line, unit, function, current_message_id(), text, message.severity);
 }
 
-int current_message_id() { return g_current_message_id.load(std::memory_order_relaxed); }
+int current_message_id() noexcept { return g_current_message_id.load(std::memory_order_relaxed); }
 
 }  // namespace zelstr::frame

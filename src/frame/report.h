@@ -3,7 +3,10 @@
 // A function that meets a bad argument calls report() (or its unit's short
 // wrapper) and then returns the fallback value its message names.  The
 // record goes to the error-handler service; the call never fails, never
-// throws and never changes the caller's data.
+// throws and never changes the caller's data.  When memory is short for the
+// record or for a text in it, the service is handed a NULL record instead
+// (and the failure is counted, memory.h): the caller returns its fallback
+// all the same.
 #ifndef ZELSTR_FRAME_REPORT_H
 #define ZELSTR_FRAME_REPORT_H
 
@@ -21,11 +24,11 @@ inline constexpr char kUnknownFunction[] = "<unknown>";
 // text loaded from the module's string table and severity 4.  An id that
 // cannot be loaded is filed with the text "<Bad resource ID=...>".
 void report(Unit unit, Message const& message, char const* function = kUnknownFunction,
-            int line = __builtin_LINE());
+            int line = __builtin_LINE()) noexcept;
 
 // The id of the last string-table message reported: one module-wide value,
 // written and read back while a record is built.
-int current_message_id();
+int current_message_id() noexcept;
 
 // Size of the service's buffer for a loaded message.
 inline constexpr int kLoadStringBufferSize = 2048;

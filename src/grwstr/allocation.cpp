@@ -1,7 +1,7 @@
 // allocation.cpp - CGrwStr's memory, and the failure hook of the tests.
 #include "grwstr/allocation.h"
 
-#include <new>
+#include "frame/memory.h"
 
 namespace zelstr::grwstr {
 namespace {
@@ -11,18 +11,19 @@ unsigned g_failures = 0;
 }  // namespace
 
 template <class T>
-T* allocate(std::size_t n) {
+T* allocate(std::size_t n) noexcept {
   if (g_failures != 0) {
     --g_failures;
+    frame::note_allocation_failure();
     return nullptr;
   }
-  return new (std::nothrow) T[n];
+  return frame::new_array<T>(n);
 }
 
-template char* allocate<char>(std::size_t);
-template char** allocate<char*>(std::size_t);
-template char*** allocate<char**>(std::size_t);
+template char* allocate<char>(std::size_t) noexcept;
+template char** allocate<char*>(std::size_t) noexcept;
+template char*** allocate<char**>(std::size_t) noexcept;
 
-void fail_next_allocations(unsigned count) { g_failures = count; }
+void fail_next_allocations(unsigned count) noexcept { g_failures = count; }
 
 }  // namespace zelstr::grwstr

@@ -8,12 +8,12 @@
 namespace zelstr::grwstr {
 
 // A new array of `n` elements, or NULL when memory is short (or a failure
-// was asked for).
+// was asked for); the failure is counted either way.
 template <class T>
-T* allocate(std::size_t n);
+T* allocate(std::size_t n) noexcept;
 
 // Makes the next `count` allocations of CGrwStr fail (tests only).
-void fail_next_allocations(unsigned count);
+void fail_next_allocations(unsigned count) noexcept;
 
 }  // namespace zelstr::grwstr
 

@@ -33,7 +33,7 @@ unsigned factor_of(unsigned long requested) {
 
 }  // namespace
 
-CGrwStr::CGrwStr(unsigned long dwGrowSize, int nMinSize, unsigned long dwGrowFactor)
+CGrwStr::CGrwStr(unsigned long dwGrowSize, int nMinSize, unsigned long dwGrowFactor) noexcept
     : m_dwGrowSize(kDefaultStep),
       m_dwGrowFactor(0),
       m_lpszHOS(nullptr),
@@ -47,7 +47,7 @@ CGrwStr::CGrwStr(unsigned long dwGrowSize, int nMinSize, unsigned long dwGrowFac
 }
 
 CGrwStr::CGrwStr(char const* init, unsigned long dwGrowSize, unsigned long nMinSize,
-                 unsigned long dwGrowFactor)
+                 unsigned long dwGrowFactor) noexcept
     : CGrwStr(dwGrowSize, -1, dwGrowFactor) {
   std::size_t const length = init != nullptr ? std::strlen(init) : 0;
   if (setminsize(static_cast<unsigned long>(length + 1 + static_cast<unsigned>(nMinSize))) !=
@@ -56,11 +56,10 @@ CGrwStr::CGrwStr(char const* init, unsigned long dwGrowSize, unsigned long nMinS
   }
 }
 
-CGrwStr::CGrwStr(CGrwStr const& other) : CGrwStr(other.m_dwGrowSize, -1, other.m_dwGrowFactor) {
-  if (other.m_lpszHOS != nullptr) {
-    setminsize(other.m_dwSize);
-    strcpy(other.m_lpszHOS);
-  }
+// Without memory for the copy the object stays empty, without a buffer.
+CGrwStr::CGrwStr(CGrwStr const& other) noexcept
+    : CGrwStr(other.m_dwGrowSize, -1, other.m_dwGrowFactor) {
+  if (other.m_lpszHOS != nullptr && setminsize(other.m_dwSize) != nullptr) strcpy(other.m_lpszHOS);
 }
 
 CGrwStr::~CGrwStr() {
@@ -68,7 +67,8 @@ CGrwStr::~CGrwStr() {
   delete[] m_apResync;
 }
 
-char* CGrwStr::SetGrowing(unsigned long dwGrowSize, int nMinSize, unsigned long dwGrowFactor) {
+char* CGrwStr::SetGrowing(unsigned long dwGrowSize, int nMinSize,
+                          unsigned long dwGrowFactor) noexcept {
   m_dwGrowSize = step_of(dwGrowSize, nMinSize);
   m_dwGrowFactor = factor_of(dwGrowFactor);
   if (nMinSize == 0) return emptynonnull();
@@ -78,7 +78,7 @@ char* CGrwStr::SetGrowing(unsigned long dwGrowSize, int nMinSize, unsigned long 
 
 // Moves the text to a new buffer of `size` bytes, with the registered
 // pointers and `also_moved` (when given); on failure discards everything.
-bool CGrwStr::reallocate(unsigned long size, char const** also_moved) {
+bool CGrwStr::reallocate(unsigned long size, char const** also_moved) noexcept {
   char* const fresh = zelstr::grwstr::allocate<char>(size);
   if (fresh == nullptr) {
     discard();
@@ -107,19 +107,19 @@ bool CGrwStr::reallocate(unsigned long size, char const** also_moved) {
 // Makes room for a string of `length` characters: the size grows by one
 // step, or to step + 1 + length when one step is not enough.  `also_moved`
 // (when given) moves with the buffer.
-bool CGrwStr::reserve(unsigned long length, char const** also_moved) {
+bool CGrwStr::reserve(unsigned long length, char const** also_moved) noexcept {
   if (m_lpszHOS != nullptr && length < m_dwSize) return true;
   unsigned long size = static_cast<unsigned long>(m_dwSize) + m_dwGrowSize;
   if (size <= length) size = m_dwGrowSize + 1 + length;
   return reallocate(size, also_moved);
 }
 
-char* CGrwStr::ensure_buffer() {
+char* CGrwStr::ensure_buffer() noexcept {
   if (m_lpszHOS == nullptr && !reallocate(m_dwGrowSize, nullptr)) return nullptr;
   return m_lpszHOS;
 }
 
-char* CGrwStr::append(char const* text, unsigned long n) {
+char* CGrwStr::append(char const* text, unsigned long n) noexcept {
   if (text == nullptr || n == 0) return ensure_buffer();
   if (!reserve(m_dwLen + n)) return nullptr;
   std::memcpy(m_lpszEOS, text, n);
@@ -129,25 +129,25 @@ char* CGrwStr::append(char const* text, unsigned long n) {
   return m_lpszHOS;
 }
 
-char* CGrwStr::strcat(char const* text) {
+char* CGrwStr::strcat(char const* text) noexcept {
   return append(text, text != nullptr ? static_cast<unsigned long>(std::strlen(text)) : 0);
 }
 
-char* CGrwStr::strncat(char const* text, unsigned long n) {
+char* CGrwStr::strncat(char const* text, unsigned long n) noexcept {
   return append(text, text != nullptr ? static_cast<unsigned long>(::strnlen(text, n)) : 0);
 }
 
-char* CGrwStr::strcpy(char const* text) {
+char* CGrwStr::strcpy(char const* text) noexcept {
   empty();
   return strcat(text);
 }
 
-char* CGrwStr::strncpy(char const* text, unsigned long n) {
+char* CGrwStr::strncpy(char const* text, unsigned long n) noexcept {
   empty();
   return strncat(text, n);
 }
 
-char* CGrwStr::chrcat(char c) {
+char* CGrwStr::chrcat(char c) noexcept {
   if (c == '\0') return ensure_buffer();
   if (m_lpszHOS != nullptr && m_dwLen + 1 < m_dwSize) {
     *m_lpszEOS++ = c;
@@ -159,12 +159,12 @@ char* CGrwStr::chrcat(char c) {
   return strcat(text);
 }
 
-char* CGrwStr::chrcpy(char c) {
+char* CGrwStr::chrcpy(char c) noexcept {
   empty();
   return chrcat(c);
 }
 
-char* CGrwStr::vstrcatf(char const* format, va_list args) {
+char* CGrwStr::vstrcatf(char const* format, va_list args) noexcept {
   if (format == nullptr) return m_lpszHOS;
   if (ensure_buffer() == nullptr) return nullptr;
   if (*format == '\0') return m_lpszHOS;
@@ -189,7 +189,7 @@ char* CGrwStr::vstrcatf(char const* format, va_list args) {
   }
 }
 
-char* CGrwStr::strcatf(char const* format, ...) {
+char* CGrwStr::strcatf(char const* format, ...) noexcept {
   va_list args;
   va_start(args, format);
   char* const result = vstrcatf(format, args);
@@ -197,12 +197,12 @@ char* CGrwStr::strcatf(char const* format, ...) {
   return result;
 }
 
-char* CGrwStr::vstrcpyf(char const* format, va_list args) {
+char* CGrwStr::vstrcpyf(char const* format, va_list args) noexcept {
   empty();
   return vstrcatf(format, args);
 }
 
-char* CGrwStr::strcpyf(char const* format, ...) {
+char* CGrwStr::strcpyf(char const* format, ...) noexcept {
   va_list args;
   va_start(args, format);
   char* const result = vstrcpyf(format, args);
@@ -210,7 +210,7 @@ char* CGrwStr::strcpyf(char const* format, ...) {
   return result;
 }
 
-char* CGrwStr::insert(char const*& pos, char const* text) {
+char* CGrwStr::insert(char const*& pos, char const* text) noexcept {
   if (m_lpszHOS == nullptr || pos < m_lpszHOS || pos > m_lpszEOS) return nullptr;
   if (text == nullptr || *text == '\0') return m_lpszHOS;
   std::size_t const n = std::strlen(text);
@@ -221,29 +221,29 @@ char* CGrwStr::insert(char const*& pos, char const* text) {
   return m_lpszHOS;
 }
 
-char* CGrwStr::insert_head(char const* text) {
+char* CGrwStr::insert_head(char const* text) noexcept {
   char const* head = m_lpszHOS != nullptr ? m_lpszHOS : ensure_buffer();
   if (head == nullptr) return nullptr;
   return insert(head, text);
 }
 
-char* CGrwStr::operator=(CGrwStr const& other) {
+char* CGrwStr::operator=(CGrwStr const& other) noexcept {
   if (&other == this) return m_lpszHOS;
   return strcpy(other.m_lpszHOS);
 }
-char* CGrwStr::operator=(char const* text) { return strcpy(text); }
-char* CGrwStr::operator=(char c) { return chrcpy(c); }
-char* CGrwStr::operator+=(CGrwStr const& other) {
+char* CGrwStr::operator=(char const* text) noexcept { return strcpy(text); }
+char* CGrwStr::operator=(char c) noexcept { return chrcpy(c); }
+char* CGrwStr::operator+=(CGrwStr const& other) noexcept {
   if (&other == this) {
     CGrwStr const copy(other);
     return strcat(copy.m_lpszHOS);
   }
   return strcat(other.m_lpszHOS);
 }
-char* CGrwStr::operator+=(char const* text) { return strcat(text); }
-char* CGrwStr::operator+=(char c) { return chrcat(c); }
+char* CGrwStr::operator+=(char const* text) noexcept { return strcat(text); }
+char* CGrwStr::operator+=(char c) noexcept { return chrcat(c); }
 
-char* CGrwStr::operator-=(unsigned long n) {
+char* CGrwStr::operator-=(unsigned long n) noexcept {
   if (m_lpszHOS == nullptr) return nullptr;
   unsigned const cut = n >= m_dwLen ? m_dwLen : static_cast<unsigned>(n);
   m_dwLen -= cut;
@@ -252,12 +252,12 @@ char* CGrwStr::operator-=(unsigned long n) {
   return m_lpszHOS;
 }
 
-char* CGrwStr::operator--(int) {
+char* CGrwStr::operator--(int) noexcept {
   if (m_lpszHOS == nullptr || m_dwLen == 0) return ensure_buffer();
   return *this -= 1;
 }
 
-char* CGrwStr::empty() {
+char* CGrwStr::empty() noexcept {
   if (m_lpszHOS != nullptr) {
     m_dwLen = 0;
     m_lpszEOS = m_lpszHOS;
@@ -266,12 +266,12 @@ char* CGrwStr::empty() {
   return m_lpszHOS;
 }
 
-char* CGrwStr::emptynonnull() {
+char* CGrwStr::emptynonnull() noexcept {
   if (ensure_buffer() == nullptr) return nullptr;
   return empty();
 }
 
-void CGrwStr::discard() {
+void CGrwStr::discard() noexcept {
   for (int i = 0; i < m_nQtyUsed; ++i) *m_apResync[i] = nullptr;
   delete[] m_apResync;
   delete[] m_lpszHOS;
@@ -281,18 +281,18 @@ void CGrwStr::discard() {
   m_dwLen = m_dwSize = 0;
 }
 
-char* CGrwStr::grow(unsigned long n) {
+char* CGrwStr::grow(unsigned long n) noexcept {
   if (n == 0) return m_lpszHOS;
   if (!reallocate(static_cast<unsigned long>(m_dwSize) + n, nullptr)) return nullptr;
   return m_lpszHOS;
 }
 
-char* CGrwStr::setminsize(unsigned long n) {
+char* CGrwStr::setminsize(unsigned long n) noexcept {
   if (m_lpszHOS != nullptr && n <= m_dwSize) return m_lpszHOS;
   return grow(n - m_dwSize);
 }
 
-char* CGrwStr::seteos(char const* eos) {
+char* CGrwStr::seteos(char const* eos) noexcept {
   if (m_lpszHOS == nullptr || eos < m_lpszHOS || eos >= m_lpszHOS + m_dwSize) return nullptr;
   m_lpszEOS = const_cast<char*>(eos);
   *m_lpszEOS = '\0';
@@ -300,7 +300,7 @@ char* CGrwStr::seteos(char const* eos) {
   return m_lpszHOS;
 }
 
-char* CGrwStr::synceos() {
+char* CGrwStr::synceos() noexcept {
   if (m_lpszHOS == nullptr) return nullptr;
   m_dwLen = static_cast<unsigned>(::strnlen(m_lpszHOS, m_dwSize - 1));
   m_lpszEOS = m_lpszHOS + m_dwLen;
@@ -308,7 +308,7 @@ char* CGrwStr::synceos() {
   return m_lpszHOS;
 }
 
-int CGrwStr::resync_ptr(int mode, ...) {
+int CGrwStr::resync_ptr(int mode, ...) noexcept {
   va_list args;
   va_start(args, mode);
   if (mode == 0) {

@@ -1,8 +1,8 @@
 // define.cpp - _zmapdefine: reading a map definition.
 #include <cstdio>
 #include <cstring>
-#include <string>
 
+#include "frame/memory.h"
 #include "map/map_handle.h"
 #include "platform/map_block.h"
 #include "zelstr/map.h"
@@ -32,8 +32,11 @@ class DefinitionReader {
   bool range(std::size_t& i);
   bool chain(std::size_t& i);
   bool apply(unsigned char s, unsigned char t);
-  // The element starting at m_start, to the next blank or the end.
-  std::string element() const;
+  // The length of the element starting at m_start, to the next blank or
+  // the end.
+  std::size_t element_length() const;
+  // A heap copy of the element (release it with delete[]), or NULL.
+  char* element_copy() const;
   bool syntax_error(char const* text);
   void report_marked_copy() const;
 
@@ -127,19 +130,30 @@ bool DefinitionReader::apply(unsigned char s, unsigned char t) {
     m_table[t] = m_table[s];
     return true;
   }
-  std::string const text = element();
-  warn(frame::Message{-1, 2,
-                      _zstrprintf(msg::kMapConflictFormat, text.c_str(), t, unsigned{t}, m_table[t],
-                                  unsigned{m_table[t]}, s, unsigned{s})},
-       kFunction);
+  char* const text = element_copy();
+  warn(
+      frame::Message{-1, 2,
+                     _zstrprintf(msg::kMapConflictFormat, text != nullptr ? text : msg::kMapNoCopy,
+                                 t, unsigned{t}, m_table[t], unsigned{m_table[t]}, s, unsigned{s})},
+      kFunction);
+  delete[] text;
   report_marked_copy();
   return false;
 }
 
-std::string DefinitionReader::element() const {
+std::size_t DefinitionReader::element_length() const {
   std::size_t end = m_start + 1;
   while (end < m_length && m_def[end] != ' ') ++end;
-  return std::string(m_def + m_start, m_def + (end < m_length ? end : m_length));
+  return (end < m_length ? end : m_length) - m_start;
+}
+
+char* DefinitionReader::element_copy() const {
+  std::size_t const n = element_length();
+  char* const copy = frame::new_array<char>(n + 1);
+  if (copy == nullptr) return nullptr;
+  std::memcpy(copy, m_def + m_start, n);
+  copy[n] = '\0';
+  return copy;
 }
 
 bool DefinitionReader::syntax_error(char const* text) {
@@ -148,12 +162,21 @@ bool DefinitionReader::syntax_error(char const* text) {
   return false;
 }
 
-// "Erroneous map is ..." with the current element between << and >>.
+// "Erroneous map is ..." with a copy of the definition in which the current
+// element stands between << and >> ("<null>" when there is no memory for
+// the copy).
 void DefinitionReader::report_marked_copy() const {
-  std::string const text = element();
-  std::string const marked =
-      std::string(m_def, m_start) + "<<" + text + ">>" + std::string(m_def + m_start + text.size());
-  warn(frame::Message{-1, 2, _zstrprintf(msg::kMapErroneousFormat, marked.c_str())}, kFunction);
+  std::size_t const n = element_length();
+  char* const marked = frame::new_array<char>(m_length + 5);
+  if (marked != nullptr) {
+    std::snprintf(marked, m_length + 5, "%.*s<<%.*s>>%s", static_cast<int>(m_start), m_def,
+                  static_cast<int>(n), m_def + m_start, m_def + m_start + n);
+  }
+  warn(frame::Message{-1, 2,
+                      _zstrprintf(msg::kMapErroneousFormat,
+                                  marked != nullptr ? marked : msg::kMapNoCopy)},
+       kFunction);
+  delete[] marked;
 }
 
 }  // namespace
@@ -161,7 +184,7 @@ void DefinitionReader::report_marked_copy() const {
 
 using namespace zelstr::map;
 
-void* _zmapdefine(char const* definition) {
+void* _zmapdefine(char const* definition) noexcept {
   if (definition == nullptr) {
     warn(msg::kMapDefineNullDefinition, kFunction);
     return nullptr;
@@ -169,6 +192,7 @@ void* _zmapdefine(char const* definition) {
   if (*definition == '\0') return nullptr;
   unsigned char* const table = zelstr::platform::allocate_map_block();
   if (table == nullptr) {
+    zelstr::frame::note_allocation_failure();
     warn(msg::kMapNoRamDefine, kFunction);
     return ZEAL_STR_BAD_MAP;
   }

@@ -5,26 +5,25 @@
 
 using namespace zelstr::map;
 
-char const* _zmapdump2string(void const* map, int changedOnly) {
+// A line that cannot be appended for lack of memory leaves the text empty:
+// the result is then NULL rather than a table with lines missing.
+char const* _zmapdump2string(void const* map, int changedOnly) noexcept {
   if (is_bad(map)) return nullptr;
   static CGrwStr s_text(4096, -1, 0);
-  s_text.emptynonnull();
+  if (s_text.emptynonnull() == nullptr) return nullptr;
   // A NULL map is the identity: every line shows a byte onto itself.
   auto image = [map](int c) { return map == nullptr ? c : int{table_of(map)[c]}; };
   for (int c = 0; c < 256; ++c) {
     int const to = image(c);
     bool const same = to == c;
     if (same && changedOnly != 0) continue;
-    if (c < 32) {
-      s_text.strcatf(same ? msg::kMapDumpSameNumber : msg::kMapDumpChangedNumber, c);
-    } else {
-      s_text.strcatf(same ? msg::kMapDumpSameChar : msg::kMapDumpChangedChar, c);
-    }
-    if (to < 32) {
-      s_text.strcatf(msg::kMapDumpNumber, static_cast<int>(static_cast<signed char>(to)));
-    } else {
-      s_text.strcatf(msg::kMapDumpChar, to);
-    }
+    char const* const head = c < 32 ? (same ? msg::kMapDumpSameNumber : msg::kMapDumpChangedNumber)
+                                    : (same ? msg::kMapDumpSameChar : msg::kMapDumpChangedChar);
+    bool const written = s_text.strcatf(head, c) != nullptr &&
+                         (to < 32 ? s_text.strcatf(msg::kMapDumpNumber,
+                                                   static_cast<int>(static_cast<signed char>(to)))
+                                  : s_text.strcatf(msg::kMapDumpChar, to)) != nullptr;
+    if (!written) return nullptr;
   }
-  return s_text.gethos() != nullptr ? s_text.gethos() : "";
+  return s_text.gethos();
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "frame/memory.h"
 #include "map/map_handle.h"
 #include "platform/map_block.h"
 #include "zelstr/copy.h"
@@ -10,7 +11,7 @@
 
 using namespace zelstr::map;
 
-int _zmapfree(void* map) {
+int _zmapfree(void* map) noexcept {
   if (map == nullptr) return 1;
   if (is_bad(map)) {
     warn(msg::kMapFreeInvalid);
@@ -30,10 +31,11 @@ int _zmapfree(void* map) {
   return result;
 }
 
-void* _zmapclone(void* map) {
+void* _zmapclone(void* map) noexcept {
   if (map == nullptr || is_bad(map)) return map;
   unsigned char* const copy = zelstr::platform::allocate_map_block();
   if (copy == nullptr) {
+    zelstr::frame::note_allocation_failure();
     warn(msg::kMapNoRamClone, "_zmapclone()");
     return ZEAL_STR_BAD_MAP;
   }
@@ -42,7 +44,7 @@ void* _zmapclone(void* map) {
 }
 
 // Folding to `upper` case (or to lower), every other byte left alone.
-int _zmapisinsensitive(void* map) {
+int _zmapisinsensitive(void* map) noexcept {
   if (map == nullptr) return 0;
   if (is_bad(map)) {
     warn(msg::kMapStrapplyInvalid);  // the message of _zmapstrapply, as callers know it
@@ -69,7 +71,7 @@ int _zmapisinsensitive(void* map) {
   return 1;
 }
 
-char _zmapchrapply(void* map, char c) {
+char _zmapchrapply(void* map, char c) noexcept {
   if (map == nullptr || is_bad(map)) return c;
   return static_cast<char>(table_of(map)[static_cast<unsigned char>(c)]);
 }
@@ -101,7 +103,7 @@ __attribute__((no_sanitize_address)) void translate_in_place(unsigned char const
 
 }  // namespace
 
-char* _zmapstrapply(void* map, char* string) {
+char* _zmapstrapply(void* map, char* string) noexcept {
   if (map == nullptr || string == nullptr) return string;
   if (is_bad(map)) {
     warn(msg::kMapStrapplyInvalid);
@@ -111,7 +113,7 @@ char* _zmapstrapply(void* map, char* string) {
   return string;
 }
 
-char* _zmapstrcpy(void* map, char* dest, char const* src) {
+char* _zmapstrcpy(void* map, char* dest, char const* src) noexcept {
   if (map == nullptr) return _zstrcpy(dest, src);
   if (is_bad(map)) {
     warn(msg::kMapStrcpyInvalid);
@@ -132,7 +134,7 @@ char* _zmapstrcpy(void* map, char* dest, char const* src) {
   return dest;
 }
 
-char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n) {
+char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n) noexcept {
   std::size_t const count = static_cast<unsigned>(n);
   if (map == nullptr || is_bad(map)) {
     if (is_bad(map)) warn(msg::kMapStrncpyInvalid);

@@ -61,7 +61,7 @@ int sign(int r) { return (r > 0) - (r < 0); }
 
 }  // namespace
 
-int _zmapstrcmp(void* map, char const* string1, char const* string2) {
+int _zmapstrcmp(void* map, char const* string1, char const* string2) noexcept {
   if (is_bad(map)) warn(msg::kMapStrcmpInvalid);
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr) {
     return _zstrcmp(string1, string2);
@@ -69,7 +69,8 @@ int _zmapstrcmp(void* map, char const* string1, char const* string2) {
   return compare_images(string1, string2, kNoLimit, Image{table_of(map)});
 }
 
-int _zmapstrncmp(void* map, char const* string1, char const* string2, unsigned long count) {
+int _zmapstrncmp(void* map, char const* string1, char const* string2,
+                 unsigned long count) noexcept {
   if (is_bad(map)) warn(msg::kMapStrncmpInvalid);
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr) {
     return _zstrncmp(string1, string2, count);
@@ -77,7 +78,7 @@ int _zmapstrncmp(void* map, char const* string1, char const* string2, unsigned l
   return compare_images(string1, string2, static_cast<std::uint32_t>(count), Image{table_of(map)});
 }
 
-int _zmapstricmp(void* map, char const* string1, char const* string2) {
+int _zmapstricmp(void* map, char const* string1, char const* string2) noexcept {
   if (map == nullptr) return _zstricmp(string1, string2);
   if (is_bad(map)) warn(msg::kMapStricmpInvalid);
   if (string2 == nullptr) {
@@ -92,7 +93,8 @@ int _zmapstricmp(void* map, char const* string1, char const* string2) {
   return compare_images(string1, string2, kNoLimit, Image{table_of(map), nullptr, true});
 }
 
-int _zmapstrnicmp(void* map, char const* string1, char const* string2, unsigned long count) {
+int _zmapstrnicmp(void* map, char const* string1, char const* string2,
+                  unsigned long count) noexcept {
   if (is_bad(map)) warn(msg::kMapStrnicmpInvalid);
   if (map == nullptr || is_bad(map)) return _zstrnicmp(string1, string2, count);
   std::uint32_t const n = static_cast<std::uint32_t>(count);
@@ -109,7 +111,7 @@ int _zmapstrnicmp(void* map, char const* string1, char const* string2, unsigned 
 }
 
 char const* _zmapstrdiffpoint(void* map, char const* string1, char const* string2,
-                              int case_sensitive) {
+                              int case_sensitive) noexcept {
   if (is_bad(map)) warn(msg::kMapDiffpointInvalid);
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr) {
     return _zstrdiffpoint(string1, string2, case_sensitive);
@@ -119,7 +121,7 @@ char const* _zmapstrdiffpoint(void* map, char const* string1, char const* string
   return first_difference(string1, string2, kNoLimit, image).at;
 }
 
-int _zmapstrishead(void* map, char const* string1, char const* string2) {
+int _zmapstrishead(void* map, char const* string1, char const* string2) noexcept {
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr) {
     return _zstrishead(string1, string2, 1);
   }
@@ -128,7 +130,7 @@ int _zmapstrishead(void* map, char const* string1, char const* string2) {
   return first_difference(string1, string2, n, Image{table_of(map)}).at == nullptr ? 1 : 0;
 }
 
-int _zmapstristail(void* map, char const* string1, char const* string2) {
+int _zmapstristail(void* map, char const* string1, char const* string2) noexcept {
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr) {
     return _zstristail(string1, string2, 1);
   }

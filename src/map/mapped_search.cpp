@@ -39,19 +39,19 @@ char const* forward_through(unsigned char const* table, char const* s1, char con
 
 }  // namespace
 
-char const* _zmapstrstr(void* map, char const* string1, char const* string2) {
+char const* _zmapstrstr(void* map, char const* string1, char const* string2) noexcept {
   if (is_bad(map)) warn(msg::kMapStrstrInvalid);
   if (map == nullptr || is_bad(map)) return _zstrstr(string1, string2);
   return forward_through(table_of(map), string1, string2);
 }
 
-char const* _zmapstristr(void* map, char const* string1, char const* string2) {
+char const* _zmapstristr(void* map, char const* string1, char const* string2) noexcept {
   if (is_bad(map)) warn(msg::kMapStristrInvalid);
   if (map == nullptr || is_bad(map)) return _zstristr(string1, string2);
   return forward_through(Composed(upper(), table_of(map)).table, string1, string2);
 }
 
-char const* _zmapstrrstr(void* map, char const* string1, char const* string2) {
+char const* _zmapstrrstr(void* map, char const* string1, char const* string2) noexcept {
   if (is_bad(map)) warn(msg::kMapStrrstrInvalid);
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr ||
       *string2 == '\0') {
@@ -60,7 +60,7 @@ char const* _zmapstrrstr(void* map, char const* string1, char const* string2) {
   return search::last_occurrence(string1, string2, table_of(map));
 }
 
-long _zmapstrstrcnt(void* map, char* string1, char* string2) {
+long _zmapstrstrcnt(void* map, char* string1, char* string2) noexcept {
   if (is_bad(map)) warn(msg::kMapStrstrcntInvalid);
   if (map == nullptr || is_bad(map) || string1 == nullptr || string2 == nullptr ||
       *string2 == '\0') {
@@ -69,7 +69,7 @@ long _zmapstrstrcnt(void* map, char* string1, char* string2) {
   return search::count_occurrences(string1, string2, table_of(map));
 }
 
-unsigned long _zmapstrccnt(void* map, char* string, char c) {
+unsigned long _zmapstrccnt(void* map, char* string, char c) noexcept {
   if (is_bad(map)) warn(msg::kMapStrccntInvalid);
   if (map == nullptr || is_bad(map) || string == nullptr) {
     return static_cast<unsigned long>(static_cast<long>(_zstrccnt(string, c)));
@@ -77,19 +77,19 @@ unsigned long _zmapstrccnt(void* map, char* string, char c) {
   return search::count_bytes(string, c, table_of(map));
 }
 
-char const* _zmapstrchr(void* map, char const* string, char c) {
+char const* _zmapstrchr(void* map, char const* string, char c) noexcept {
   if (is_bad(map)) warn(msg::kMapStrchrInvalid);
   if (map == nullptr || is_bad(map) || string == nullptr) return _zstrchr(string, c);
   return search::find_byte(string, c, table_of(map), false);
 }
 
-char const* _zmapstrrchr(void* map, char const* string, char c) {
+char const* _zmapstrrchr(void* map, char const* string, char c) noexcept {
   if (is_bad(map)) warn(msg::kMapStrrchrInvalid);
   if (map == nullptr || is_bad(map) || string == nullptr) return _zstrrchr(string, c);
   return search::find_byte(string, c, table_of(map), true);
 }
 
-char const* _zmapstrichr(void* map, char const* string, char c) {
+char const* _zmapstrichr(void* map, char const* string, char c) noexcept {
   if (is_bad(map)) warn(msg::kMapStrichrInvalid);
   if (map == nullptr || is_bad(map) || string == nullptr) return _zstrichr(string, c);
   return search::find_byte(string, c, Composed(table_of(map), upper()).table, false);

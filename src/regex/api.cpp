@@ -1,8 +1,8 @@
 // api.cpp - the engine's exported calls: compile (with the attached-text
 // forms), match, ranges, the interp record, the backslash switch.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <string>
 
 #include "frame/messages.h"
 #include "regex/automata.h"
@@ -34,12 +34,12 @@ class SplitPattern {
     if (trailing != nullptr && length > 0 && pattern[length - 1] == ')' &&
         trailing + 4 <= pattern + length - 1) {
       keep(pattern, static_cast<std::size_t>(trailing - pattern), false);
-      m_attached.assign(trailing + 4, pattern + length - 1);
+      attach(trailing + 4, pattern + length - 1);
       return;
     }
     char const* const leading = pattern[0] == '(' ? std::strstr(pattern, ")$$$") : nullptr;
     if (leading != nullptr) {
-      m_attached.assign(pattern + 1, leading);
+      attach(pattern + 1, leading);
       keep(leading + 4, std::strlen(leading + 4), true);
     }
   }
@@ -51,7 +51,7 @@ class SplitPattern {
 
   char const* pattern() const { return m_pattern; }
   // The attached text, or NULL when the pattern has none.
-  char const* attached() const { return m_has_attached ? m_attached.c_str() : nullptr; }
+  char const* attached() const { return m_has_attached ? m_attached : nullptr; }
 
  private:
   void keep(char const* from, std::size_t n, bool reversed) {
@@ -69,8 +69,16 @@ class SplitPattern {
     m_has_attached = true;
   }
 
+  // The compiled record keeps as much of the attached text as it has room
+  // for: a copy of that much needs no memory of its own.
+  void attach(char const* from, char const* to) {
+    std::size_t const n = std::min(static_cast<std::size_t>(to - from), sizeof m_attached - 1);
+    std::memcpy(m_attached, from, n);
+    m_attached[n] = '\0';
+  }
+
   char const* m_pattern;
-  std::string m_attached;
+  char m_attached[sizeof Tcl_RegExp_::attached];
   bool m_has_attached = false;
   char* m_heap = nullptr;
 };
@@ -97,7 +105,7 @@ class RestoredByte {
 
 }  // namespace
 
-Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) {
+Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) noexcept {
   clear_error();
   if (pattern == nullptr) {
     set_error(msg::kReNullPattern);
@@ -107,17 +115,17 @@ Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) {
   return compile(split.pattern(), split.attached());
 }
 
-Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp*, char const* pattern) {
+Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp*, char const* pattern) noexcept {
   return Tcl_RegExpCompile(pattern);
 }
 
-int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re) {
+int Tcl_RegExpMatch(char const* string, Tcl_RegExp_* re) noexcept {
   return Tcl_RegExpExec(nullptr, re, string, string);
 }
 
 // Every match comes here: the arguments and the check byte are tested, the
 // error text cleared or set, before the program runs.
-int Tcl_RegExpExec(Tcl_Interp*, Tcl_RegExp_* re, char const* string, char const* start) {
+int Tcl_RegExpExec(Tcl_Interp*, Tcl_RegExp_* re, char const* string, char const* start) noexcept {
   clear_error();
   char const* error = nullptr;
   if (string == nullptr || start == nullptr || re == nullptr) {
@@ -134,7 +142,7 @@ int Tcl_RegExpExec(Tcl_Interp*, Tcl_RegExp_* re, char const* string, char const*
   return execute(re, start, string);
 }
 
-int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) {
+int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) noexcept {
   if (string == nullptr || re == nullptr) return Tcl_RegExpMatch(string, re);
   if (length < 0) {
     set_error(msg::kReInvalidCall);
@@ -144,11 +152,11 @@ int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) {
   return Tcl_RegExpMatch(string, re);
 }
 
-int Tcl_RegExpMatch(Tcl_Interp*, char const* string, char const*, Tcl_RegExp_* re) {
+int Tcl_RegExpMatch(Tcl_Interp*, char const* string, char const*, Tcl_RegExp_* re) noexcept {
   return Tcl_RegExpMatch(string, re);
 }
 
-int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const** end) {
+int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const** end) noexcept {
   if (re == nullptr || index < 0 || index >= re->groups_plus_one) {
     if (start != nullptr) *start = nullptr;
     if (end != nullptr) *end = nullptr;
@@ -159,7 +167,7 @@ int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const**
   return 1;
 }
 
-int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start, char const** end) {
+int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start, char const** end) noexcept {
   if (re == nullptr) return 0;
   char const* const text = re->attached;
   int group = 0;
@@ -174,21 +182,23 @@ int Tcl_RegExpRewriteSubMatches(Tcl_RegExp_* re, char const** start, char const*
   return 1;
 }
 
-int Tcl_GetGroupsCount(Tcl_RegExp_* re) { return re == nullptr ? 0 : re->groups_plus_one - 1; }
+int Tcl_GetGroupsCount(Tcl_RegExp_* re) noexcept {
+  return re == nullptr ? 0 : re->groups_plus_one - 1;
+}
 
-Tcl_Interp* Tcl_CreateInterp() {
+Tcl_Interp* Tcl_CreateInterp() noexcept {
   auto* const interp = static_cast<Tcl_Interp*>(std::calloc(1, sizeof(Tcl_Interp)));
   if (interp != nullptr) interp->result = interp->buffer;
   return interp;
 }
 
-void Tcl_DeleteInterp(Tcl_RegExp_* re) {
+void Tcl_DeleteInterp(Tcl_RegExp_* re) noexcept {
   if (re == nullptr) return;
   delete re->automata;
   std::free(re);
 }
 
-void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) {
+void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) noexcept {
   if (interp == nullptr) {
     Tcl_DeleteInterp(re);
     return;
@@ -199,23 +209,23 @@ void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) {
   std::free(interp);
 }
 
-char const* Tcl_GetRegError() { return error_text(); }
+char const* Tcl_GetRegError() noexcept { return error_text(); }
 
-int Tcl_IsValidRegularExpression(char const* pattern) {
+int Tcl_IsValidRegularExpression(char const* pattern) noexcept {
   Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern);
   Tcl_DeleteInterp(re);
   return re != nullptr ? 1 : 0;
 }
 
-void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous) {
+void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous) noexcept {
   previous = backslashes_in_intervals();
   set_backslashes_in_intervals(handled);
 }
 
-int Tcl_GetIfBackslashesInIntervalsAreHandled() { return backslashes_in_intervals(); }
+int Tcl_GetIfBackslashesInIntervalsAreHandled() noexcept { return backslashes_in_intervals(); }
 
 Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled::
-    Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled) {
+    Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled) noexcept {
   Tcl_SetWhetherBackslashesInIntervalsAreHandled(handled, m_previous);
 }
 
@@ -224,11 +234,11 @@ Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled::
   set_backslashes_in_intervals(m_previous);
 }
 
-char* TCL_DigNextPointer(char* node) {
+char* TCL_DigNextPointer(char* node) noexcept {
   return node == nullptr ? nullptr : const_cast<char*>(next_node(node));
 }
 
-char* Tcl_ReplaceRegExpEscapedChars(char* pattern) {
+char* Tcl_ReplaceRegExpEscapedChars(char* pattern) noexcept {
   if (pattern == nullptr) return nullptr;
   char* write = pattern;
   for (char const* read = pattern; *read != '\0'; ++read) {
@@ -245,7 +255,7 @@ char* Tcl_ReplaceRegExpEscapedChars(char* pattern) {
   return pattern;
 }
 
-char* _zstrrev(char* string) {
+char* _zstrrev(char* string) noexcept {
   if (string == nullptr) return nullptr;
   std::size_t const n = std::strlen(string);
   for (std::size_t i = 0; i < n / 2; ++i) {

@@ -24,6 +24,14 @@ struct Automata {
     return *m_reverse;
   }
 
+  // Drops both automata (they are made again when needed): after a
+  // std::bad_alloc in the middle of adding a state, their tables no longer
+  // agree.
+  void forget() noexcept {
+    m_forward.reset();
+    m_reverse.reset();
+  }
+
   std::unique_ptr<Nfa> const nfa;
   GroupScratch scratch;
 

@@ -1,11 +1,13 @@
 // caches.cpp - Tcl_CompileRE and Tcl_MatchRE: compiled expressions kept
 // for the 256 patterns used last, and their release at unload.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <string>
+#include <new>
 #include <vector>
 
+#include "frame/memory.h"
 #include "frame/module.h"
 #include "frame/report.h"
 #include "regex/compiler.h"
@@ -28,10 +30,17 @@ void warn_text(char const* text, int line = __builtin_LINE()) {
   warn(zelstr::frame::Message{-1, 4, text}, line);
 }
 
-std::string format(char const* fmt, char const* a, char const* b = nullptr) {
+// A composed warning: the text is formatted on the stack.
+void warn_format(char const* fmt, char const* a, char const* b = nullptr,
+                 int line = __builtin_LINE()) {
   char buffer[2048];
   std::snprintf(buffer, sizeof buffer, fmt, a, b);
-  return buffer;
+  warn_text(buffer, line);
+}
+
+bool out_of_space() {
+  char const* const error = Tcl_GetRegError();
+  return error != nullptr && std::strcmp(error, msg::kReOutOfSpace) == 0;
 }
 
 // A list of at most 256 compiled patterns, the most recently used first.
@@ -51,11 +60,8 @@ class CompiledCache {
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
       Entry& e = m_entries[i];
       if (e.backslashes == backslashes && std::strcmp(e.pattern, pattern) == 0) {
-        if (i != 0) {
-          Entry moved = std::move(e);
-          m_entries.erase(m_entries.begin() + static_cast<std::ptrdiff_t>(i));
-          m_entries.insert(m_entries.begin(), std::move(moved));
-        }
+        auto const at = m_entries.begin() + static_cast<std::ptrdiff_t>(i);
+        std::rotate(m_entries.begin(), at, at + 1);  // to the front, without memory
         return &m_entries.front();
       }
     }
@@ -63,14 +69,21 @@ class CompiledCache {
   }
 
   // A new entry at the front: the least recently used one is emptied and
-  // reused when the list is full.
-  Entry& add(Entry entry) {
+  // reused when the list is full.  NULL, the entry emptied, when the list
+  // has no memory for it.
+  Entry* add(Entry entry) {
     if (m_entries.size() == kCapacity) {
       empty(m_entries.back());
       m_entries.pop_back();
     }
-    m_entries.insert(m_entries.begin(), std::move(entry));
-    return m_entries.front();
+    try {
+      m_entries.insert(m_entries.begin(), entry);
+    } catch (std::bad_alloc const&) {
+      zelstr::frame::note_allocation_failure();
+      empty(entry);
+      return nullptr;
+    }
+    return &m_entries.front();
   }
 
   void clear() {
@@ -99,13 +112,22 @@ class CompiledCache {
 CompiledCache* g_compile_cache = nullptr;
 CompiledCache* g_match_cache = nullptr;
 
-CompiledCache& cache(CompiledCache*& c) {
-  if (c == nullptr) c = new CompiledCache;
-  return *c;
+// The cache, made on first use: NULL when there is no memory for it.
+CompiledCache* cache(CompiledCache*& c) {
+  if (c == nullptr) {
+    c = new (std::nothrow) CompiledCache;
+    if (c == nullptr) zelstr::frame::note_allocation_failure();
+  }
+  return c;
 }
 
-CompiledCache& compile_cache() { return cache(g_compile_cache); }
-CompiledCache& match_cache() { return cache(g_match_cache); }
+CompiledCache* compile_cache() { return cache(g_compile_cache); }
+CompiledCache* match_cache() { return cache(g_match_cache); }
+
+// Empties a cache, if there is one (clearing makes none).
+void clear(CompiledCache* c) {
+  if (c != nullptr) c->clear();
+}
 
 void delete_cache(CompiledCache*& c) {
   if (c == nullptr) return;
@@ -121,17 +143,41 @@ bool is_clear_command(char const* p) {
   return value == -1 || value == 1;
 }
 
-// Compiles `pattern` with the switch set to `backslashes` into a new entry.
-CompiledCache::Entry compile_entry(char const* pattern, char const* source, int backslashes) {
+// Compiles `pattern` with the switch set to `backslashes` into a new entry
+// of `cache`.  A failure for lack of memory (the pattern's copy, the interp,
+// or the compile's "out of space") is not cached, since the same pattern
+// may well compile later: NULL then, with `*no_interp` set when it was the
+// copy or the interp that could not be made.
+CompiledCache::Entry* compile_entry(CompiledCache& cache, char const* pattern, char const* source,
+                                    int backslashes, bool* no_interp) {
   CompiledCache::Entry e{_zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr};
-  e.interp = Tcl_CreateInterp();
-  if (e.interp == nullptr) return e;
-  Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
-  e.re = Tcl_RegExpCompile(e.interp, source);
-  return e;
+  e.interp = e.pattern != nullptr ? Tcl_CreateInterp() : nullptr;
+  *no_interp = e.interp == nullptr;
+  if (e.interp != nullptr) {
+    Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
+    e.re = Tcl_RegExpCompile(e.interp, source);
+  }
+  if (e.interp == nullptr || (e.re == nullptr && out_of_space())) {
+    if (e.interp == nullptr) zelstr::frame::note_allocation_failure();
+    _zstrdupfree(e.pattern);
+    if (e.interp != nullptr) Tcl_DeleteInterp(e.interp, nullptr);
+    return nullptr;
+  }
+  return cache.add(e);
 }
 
 void release_compile_cache() { delete_cache(g_compile_cache); }
+
+// The warning of a pattern that did not compile: with the engine's error
+// text (out of space, when memory was short), or without one.
+void warn_compile_failed(char const* with_error, char const* without, char const* pattern) {
+  char const* const error = Tcl_GetRegError();
+  if (error != nullptr) {
+    warn_format(with_error, pattern, error);
+  } else {
+    warn_format(without, pattern);
+  }
+}
 void release_match_cache() {
   Tcl_MatchRE(reinterpret_cast<char const*>(1), reinterpret_cast<char const*>(1));
   delete_cache(g_match_cache);
@@ -145,11 +191,12 @@ ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_match_hook(zelstr::frame::UnloadS
 
 }  // namespace
 
-int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, int backslashes) {
+int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
+                  int backslashes) noexcept {
   interp = nullptr;
   re = nullptr;
   if (reinterpret_cast<std::intptr_t>(pattern) == -1) {
-    compile_cache().clear();
+    clear(g_compile_cache);
     return 1;
   }
   if (pattern == nullptr) {
@@ -160,25 +207,32 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re, in
     warn(msg::kCompileReEmptyPattern);
     return 0;
   }
-  CompiledCache::Entry* e = compile_cache().find(pattern, backslashes);
-  if (e == nullptr) e = &compile_cache().add(compile_entry(pattern, pattern, backslashes));
-  if (e->re != nullptr) {
+  CompiledCache* const cache = compile_cache();
+  CompiledCache::Entry* e = cache != nullptr ? cache->find(pattern, backslashes) : nullptr;
+  bool no_interp = false;
+  if (cache != nullptr && e == nullptr) {
+    e = compile_entry(*cache, pattern, pattern, backslashes, &no_interp);
+  }
+  if (e != nullptr && e->re != nullptr) {
     interp = e->interp;
     re = e->re;
     return 1;
   }
+  if (e == nullptr) {
+    // Without memory: the engine's out-of-space text.
+    warn_format(msg::kCompileReErrorFormat, pattern, msg::kReOutOfSpace);
+    return 0;
+  }
   // The warning quotes the engine's current error text: a cached failure
   // is not compiled again, so that is whatever the last compile or match
   // left (the form without a text when there is none).
-  char const* const error = Tcl_GetRegError();
-  warn_text(error == nullptr ? format(msg::kCompileReFailedFormat, pattern).c_str()
-                             : format(msg::kCompileReErrorFormat, pattern, error).c_str());
+  warn_compile_failed(msg::kCompileReErrorFormat, msg::kCompileReFailedFormat, pattern);
   return 0;
 }
 
-int Tcl_MatchRE(char const* string, char const* pattern) {
+int Tcl_MatchRE(char const* string, char const* pattern) noexcept {
   if (is_clear_command(string)) {
-    match_cache().clear();
+    clear(g_match_cache);
     return 1;
   }
   if (string == nullptr) {
@@ -194,25 +248,34 @@ int Tcl_MatchRE(char const* string, char const* pattern) {
   if (std::strpbrk(pattern, "^|()*+?.[]\\$") == nullptr) {
     return _zstrstr(string, pattern) != nullptr ? 1 : 0;
   }
-  CompiledCache::Entry* e = match_cache().find(pattern, 1);
-  if (e == nullptr) {
-    std::string source = pattern;
-    Tcl_ReplaceRegExpEscapedChars(source.data());
-    e = &match_cache().add(compile_entry(pattern, source.c_str(), 1));
+  CompiledCache* const cache = match_cache();
+  CompiledCache::Entry* e = cache != nullptr ? cache->find(pattern, 1) : nullptr;
+  bool no_interp = cache == nullptr;
+  if (cache != nullptr && e == nullptr) {
+    char* source = _zstrdupalloc(pattern, 0);
+    if (source != nullptr) {
+      Tcl_ReplaceRegExpEscapedChars(source);
+      e = compile_entry(*cache, pattern, source, 1, &no_interp);
+      _zstrdupfree(source);
+    } else {
+      no_interp = true;
+    }
   }
-  if (e->interp == nullptr) {
-    warn_text(format(msg::kMatchReNoInterpFormat, pattern).c_str());
+  if (e == nullptr && no_interp) {
+    warn_format(msg::kMatchReNoInterpFormat, pattern);
+    return 0;
+  }
+  if (e == nullptr) {
+    warn_format(msg::kMatchReErrorFormat, pattern, msg::kReOutOfSpace);
     return 0;
   }
   if (e->re == nullptr) {
-    char const* const error = Tcl_GetRegError();
-    warn_text(error == nullptr ? format(msg::kMatchReFailedFormat, pattern).c_str()
-                               : format(msg::kMatchReErrorFormat, pattern, error).c_str());
+    warn_compile_failed(msg::kMatchReErrorFormat, msg::kMatchReFailedFormat, pattern);
     return 0;
   }
   int const result = Tcl_RegExpMatch(string, e->re);
   if (result < 0) {
-    warn_text(format(msg::kMatchReMatchErrorFormat, string, pattern).c_str());
+    warn_format(msg::kMatchReMatchErrorFormat, string, pattern);
     return 0;
   }
   return result;

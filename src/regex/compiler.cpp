@@ -14,6 +14,7 @@
 #include <cstring>
 #include <new>
 
+#include "frame/memory.h"
 #include "frame/messages.h"
 #include "regex/automata.h"
 #include "regex/brackets.h"
@@ -355,6 +356,7 @@ bool guard_intact(unsigned char const* buffer) {
 Tcl_RegExp_* compile(char const* pattern, char const* attached) {
   unsigned char* const buffer = work_buffer();
   if (buffer == nullptr) {
+    zelstr::frame::note_allocation_failure();
     set_error(msg::kReOutOfSpace);
     return nullptr;
   }
@@ -374,6 +376,7 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
   std::size_t const bytes = offsetof(Tcl_RegExp_, program) + compiler.size();
   auto* const re = static_cast<Tcl_RegExp_*>(std::malloc(bytes));
   if (re == nullptr) {
+    zelstr::frame::note_allocation_failure();
     set_error(msg::kReOutOfSpace);
     return nullptr;
   }
@@ -391,6 +394,7 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
     re->automata = nfa != nullptr ? new Automata(std::move(nfa)) : nullptr;
   } catch (std::bad_alloc const&) {
     std::free(re);
+    zelstr::frame::note_allocation_failure();
     set_error(msg::kReOutOfSpace);
     return nullptr;
   }

@@ -16,6 +16,7 @@
 #include <new>
 #include <vector>
 
+#include "frame/memory.h"
 #include "frame/messages.h"
 #include "regex/automata.h"
 #include "regex/linear.h"
@@ -319,6 +320,8 @@ int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
     if (g_strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
     return automata_match(re, *automata, subject, from);
   } catch (std::bad_alloc const&) {
+    zelstr::frame::note_allocation_failure();
+    if (re->automata != nullptr) re->automata->forget();
     set_error(msg::kReOutOfSpace);
     return -1;
   }

@@ -70,11 +70,11 @@ int build(CharsetPair& pair, char*& allowedAs1st, char*& allowedAsOthers, void c
 }  // namespace
 
 int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
-                                      void const* const connection) {
+                                      void const* const connection) noexcept {
   return build(g_tsql, allowedAs1st, allowedAsOthers, connection);
 }
 
 int _zstr_build_plsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
-                                       void const* const connection) {
+                                       void const* const connection) noexcept {
   return build(g_plsql, allowedAs1st, allowedAsOthers, connection);
 }

@@ -7,7 +7,9 @@
 // cause still takes the list's lock.  Delete leaves its lock held when it
 // has destroyed an object (see dialect.h).
 #include <cstdarg>
+#include <new>
 
+#include "frame/memory.h"
 #include "frame/module.h"
 #include "zelstr/dialect.h"
 
@@ -26,26 +28,38 @@ CConnForStrFncs* g_last_result = nullptr;
 
 void release_object_arena() { CConnForStrFncs::DeleteWholeArena(); }
 
+// The memory of the objects made with new: NULL, counted, when it is short.
+void* allocate_object(std::size_t size) noexcept {
+  void* const p = ::operator new(size, std::nothrow);
+  if (p == nullptr) zelstr::frame::note_allocation_failure();
+  return p;
+}
+
 ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release_hook(
     zelstr::frame::UnloadStep::kConnectionArena, &release_object_arena);
 
 }  // namespace
 
+void* CConnForStrFncs::operator new(std::size_t size) noexcept { return allocate_object(size); }
+void CConnForStrFncs::operator delete(void* p) noexcept { ::operator delete(p); }
+void* CHSQL::operator new(std::size_t size) noexcept { return allocate_object(size); }
+void CHSQL::operator delete(void* p) noexcept { ::operator delete(p); }
+
 CConnForStrFncs* CConnForStrFncs::m_p1stCnctEnv = nullptr;
 CConnForStrFncs* CConnForStrFncs::m_pLastCnctEnv = nullptr;
 
-CConnForStrFncs::CConnForStrFncs(void const* const connection, char language)
+CConnForStrFncs::CConnForStrFncs(void const* const connection, char language) noexcept
     : m_pNext(nullptr), m_pPrev(nullptr), m_pConnection(connection), m_cLanguage(language) {
   Guard guard(list_lock());
   Append();
 }
 
-CConnForStrFncs::CConnForStrFncs(CConnForStrFncs const& other)
+CConnForStrFncs::CConnForStrFncs(CConnForStrFncs const& other) noexcept
     : m_pNext(nullptr), m_pPrev(nullptr), m_pConnection(nullptr), m_cLanguage('\0') {
   *this = other;
 }
 
-CConnForStrFncs const& CConnForStrFncs::operator=(CConnForStrFncs const& other) {
+CConnForStrFncs const& CConnForStrFncs::operator=(CConnForStrFncs const& other) noexcept {
   Guard guard(list_lock());
   if (m_pNext == nullptr && m_pPrev == nullptr && m_p1stCnctEnv != this) Append();
   m_pConnection = other.m_pConnection;
@@ -60,7 +74,7 @@ CConnForStrFncs::~CConnForStrFncs() {
   m_cLanguage = '\0';
 }
 
-void CConnForStrFncs::Append() {
+void CConnForStrFncs::Append() noexcept {
   m_pPrev = m_pLastCnctEnv;
   if (m_pLastCnctEnv != nullptr) {
     m_pLastCnctEnv->m_pNext = this;
@@ -70,7 +84,7 @@ void CConnForStrFncs::Append() {
   m_pLastCnctEnv = this;
 }
 
-void CConnForStrFncs::Unlink() {
+void CConnForStrFncs::Unlink() noexcept {
   if (m_pPrev != nullptr) {
     m_pPrev->m_pNext = m_pNext;
   } else if (m_p1stCnctEnv == this) {
@@ -86,7 +100,7 @@ void CConnForStrFncs::Unlink() {
   if (g_last_result == this) g_last_result = nullptr;
 }
 
-CConnForStrFncs* CConnForStrFncs::Find(void const* const connection, char language) {
+CConnForStrFncs* CConnForStrFncs::Find(void const* const connection, char language) noexcept {
   if (g_last_result != nullptr && g_last_connection == connection && g_last_language == language) {
     return g_last_result;
   }
@@ -102,7 +116,7 @@ CConnForStrFncs* CConnForStrFncs::Find(void const* const connection, char langua
   return nullptr;
 }
 
-int CConnForStrFncs::Delete(void const* const connection) {
+int CConnForStrFncs::Delete(void const* const connection) noexcept {
   delete_lock().Enter();
   CConnForStrFncs* found = nullptr;
   {
@@ -119,33 +133,33 @@ int CConnForStrFncs::Delete(void const* const connection) {
   return 1;  // the lock stays held: see dialect.h
 }
 
-void CConnForStrFncs::DeleteWholeArena() {
+void CConnForStrFncs::DeleteWholeArena() noexcept {
   Guard guard(arena_lock());
   while (m_p1stCnctEnv != nullptr) delete m_p1stCnctEnv;
   m_p1stCnctEnv = nullptr;
   m_pLastCnctEnv = nullptr;
 }
 
-CConnForStrFncs* CConnForStrFncs::GetArenaEntry() { return m_p1stCnctEnv; }
-CConnForStrFncs* CConnForStrFncs::GetNext() const { return m_pNext; }
-void const* CConnForStrFncs::GetConnection() const { return m_pConnection; }
-char CConnForStrFncs::GetLanguageChar() const { return m_cLanguage; }
+CConnForStrFncs* CConnForStrFncs::GetArenaEntry() noexcept { return m_p1stCnctEnv; }
+CConnForStrFncs* CConnForStrFncs::GetNext() const noexcept { return m_pNext; }
+void const* CConnForStrFncs::GetConnection() const noexcept { return m_pConnection; }
+char CConnForStrFncs::GetLanguageChar() const noexcept { return m_cLanguage; }
 
-CHSQL::CHSQL(void const* const connection, char language)
+CHSQL::CHSQL(void const* const connection, char language) noexcept
     : m_pConnection(connection), m_cLanguage(language) {}
 
-CHSQL::CHSQL(CHSQL const& other) = default;
-CHSQL& CHSQL::operator=(CHSQL const& other) = default;
+CHSQL::CHSQL(CHSQL const& other) noexcept = default;
+CHSQL& CHSQL::operator=(CHSQL const& other) noexcept = default;
 
 CHSQL::~CHSQL() {
   m_pConnection = nullptr;
   m_cLanguage = '\0';
 }
 
-void const* CHSQL::GetConnection() const { return m_pConnection; }
-char CHSQL::GetLanguageChar() const { return m_cLanguage; }
+void const* CHSQL::GetConnection() const noexcept { return m_pConnection; }
+char CHSQL::GetLanguageChar() const noexcept { return m_cLanguage; }
 
-void CHSQL::DeleteComponents(char*** components, char** more, ...) {
+void CHSQL::DeleteComponents(char*** components, char** more, ...) noexcept {
   if (components != nullptr && *components != nullptr) {
     for (char** p = *components; *p != nullptr; ++p) delete[] * p;
     delete[] * components;

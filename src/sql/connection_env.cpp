@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "frame/memory.h"
 #include "frame/module.h"
 #include "sql/report.h"
 
@@ -20,7 +21,7 @@ CConnectionEnv* g_last_result = nullptr;
 
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
-char* new_string(std::size_t length) { return new (std::nothrow) char[length + 1]; }
+char* new_string(std::size_t length) { return zelstr::frame::new_array<char>(length + 1); }
 
 // A new array holding `prefix` followed by `rest`.
 char* join(char const* prefix, char const* rest) {
@@ -64,7 +65,7 @@ CConnectionEnv* CConnectionEnv::m_pFirst = nullptr;
 CConnectionEnv* CConnectionEnv::m_pLast = nullptr;
 
 CConnectionEnv::CConnectionEnv(void const* connection, int version, int maxName, int quotedId,
-                               int bracketedId, char defltQuote, char const* allowedAs1st)
+                               int bracketedId, char defltQuote, char const* allowedAs1st) noexcept
     : m_pConnection(connection),
       m_cLanguage('T'),
       m_nVersion(version),
@@ -73,28 +74,40 @@ CConnectionEnv::CConnectionEnv(void const* connection, int version, int maxName,
       m_bBracketedId(bracketedId),
       m_cDefltQuote(defltQuote) {
   Redefine(allowedAs1st);
-  Append();
 }
 
 CConnectionEnv::CConnectionEnv(void const* connection, int version, int maxName, int maxDbLinkName,
-                               char const* allowedAs1st)
+                               char const* allowedAs1st) noexcept
     : m_pConnection(connection),
       m_cLanguage('P'),
       m_nVersion(version),
       m_nMaxName(maxName),
       m_nMaxDbLinkName(maxDbLinkName) {
   Redefine(allowedAs1st);
-  Append();
 }
 
 CConnectionEnv::~CConnectionEnv() { FreeDefinitions(); }
 
-void CConnectionEnv::Redefine(char const* allowedAs1st) {
-  ComputeCharsetsFor1stAndNthChars(allowedAs1st);
+bool CConnectionEnv::Redefine(char const* allowedAs1st) noexcept {
+  if (!ComputeCharsetsFor1stAndNthChars(allowedAs1st)) return false;
   m_bCharsetsBuilt = 0;
+  return true;
 }
 
-void CConnectionEnv::Append() {
+CConnectionEnv* CConnectionEnv::Register(CConnectionEnv* fresh) noexcept {
+  if (fresh == nullptr) {
+    zelstr::frame::note_allocation_failure();
+    return nullptr;
+  }
+  if (fresh->m_pszAllowedAs1st == nullptr || fresh->m_pszAllowedAsOthers == nullptr) {
+    delete fresh;
+    return nullptr;
+  }
+  fresh->Append();
+  return fresh;
+}
+
+void CConnectionEnv::Append() noexcept {
   m_pPrev = m_pLast;
   if (m_pLast != nullptr) {
     m_pLast->m_pNext = this;
@@ -104,15 +117,14 @@ void CConnectionEnv::Append() {
   m_pLast = this;
 }
 
-void CConnectionEnv::FreeDefinitions() {
+void CConnectionEnv::FreeDefinitions() noexcept {
   delete[] m_pszAllowedAs1st;
   delete[] m_pszAllowedAsOthers;
   m_pszAllowedAs1st = nullptr;
   m_pszAllowedAsOthers = nullptr;
 }
 
-void CConnectionEnv::ComputeCharsetsFor1stAndNthChars(char const* definition) {
-  FreeDefinitions();
+bool CConnectionEnv::ComputeCharsetsFor1stAndNthChars(char const* definition) noexcept {
   char const* others_prefix;   // before a plain list of characters
   char const* bracket_prefix;  // replaces the "[" of a bracketed definition
   char const* fallback;
@@ -129,7 +141,8 @@ void CConnectionEnv::ComputeCharsetsFor1stAndNthChars(char const* definition) {
     bad_definition_format = msg::kEnvBadPlsqlFirstDefinitionFormat;
   } else {
     sql::warn_format(Unit::connectionenv, __LINE__, msg::kEnvBadLanguageFormat, m_cLanguage);
-    return;
+    FreeDefinitions();
+    return true;
   }
   definition = trimmed(definition);
   if (definition != nullptr && half_bracketed(definition)) {
@@ -138,12 +151,21 @@ void CConnectionEnv::ComputeCharsetsFor1stAndNthChars(char const* definition) {
   }
   if (definition == nullptr) definition = fallback;
 
-  m_pszAllowedAs1st = join("", definition);
-  m_pszAllowedAsOthers =
+  char* const first = join("", definition);
+  char* const others =
       definition[0] == '[' ? join(bracket_prefix, definition + 1) : join(others_prefix, definition);
+  if (first == nullptr || others == nullptr) {
+    delete[] first;
+    delete[] others;
+    return false;
+  }
+  FreeDefinitions();
+  m_pszAllowedAs1st = first;
+  m_pszAllowedAsOthers = others;
+  return true;
 }
 
-CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) {
+CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) noexcept {
   if (g_last_result != nullptr && g_last_connection == connection &&
       g_last_language == i_cLanguage) {
     return g_last_result;
@@ -157,14 +179,15 @@ CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) {
   g_last_result = nullptr;
   if (connection != nullptr) return nullptr;
 
+  // Without memory there is no default entry yet: a later look-up tries again.
   CConnectionEnv* created = nullptr;
   if (i_cLanguage == 'T') {
-    created = new (std::nothrow) CConnectionEnv(nullptr, sql::kTsqlDefaultVersion,
-                                                sql::kTsqlDefaultMaxName, 0, 0, '"', nullptr);
+    created = Register(new (std::nothrow) CConnectionEnv(
+        nullptr, sql::kTsqlDefaultVersion, sql::kTsqlDefaultMaxName, 0, 0, '"', nullptr));
   } else if (i_cLanguage == 'P') {
-    created = new (std::nothrow)
-        CConnectionEnv(nullptr, sql::kPlsqlDefaultVersion, sql::kPlsqlDefaultMaxName,
-                       sql::kPlsqlDefaultMaxDbLinkName, nullptr);
+    created = Register(new (std::nothrow) CConnectionEnv(nullptr, sql::kPlsqlDefaultVersion,
+                                                         sql::kPlsqlDefaultMaxName,
+                                                         sql::kPlsqlDefaultMaxDbLinkName, nullptr));
   } else {
     sql::warn_format(Unit::connectionenv, __LINE__, msg::kEnvFindBadLanguageFormat, i_cLanguage);
   }
@@ -172,14 +195,15 @@ CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) {
   return created;
 }
 
-CConnectionEnv* CConnectionEnv::FindOrDefault(void const* connection, char language, bool* own) {
+CConnectionEnv* CConnectionEnv::FindOrDefault(void const* connection, char language,
+                                              bool* own) noexcept {
   CConnectionEnv* entry = Find(connection, language);
   if (own != nullptr) *own = entry != nullptr;
   if (entry == nullptr) entry = Find(nullptr, language);
   return entry;
 }
 
-void CConnectionEnv::DeleteWholeArena() {
+void CConnectionEnv::DeleteWholeArena() noexcept {
   CConnectionEnv* e = m_pFirst;
   m_pFirst = nullptr;
   m_pLast = nullptr;

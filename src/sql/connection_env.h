@@ -26,13 +26,14 @@ inline constexpr int kPlsqlDefaultMaxDbLinkName = 513;
 
 class CConnectionEnv {
  public:
-  // A T-SQL entry, appended to the registry.  `allowedAs1st` is trimmed in
-  // place when it ends in blanks (see ComputeCharsetsFor1stAndNthChars).
+  // A T-SQL entry, to be appended to the registry by Register.
+  // `allowedAs1st` is trimmed in place when it ends in blanks (see
+  // ComputeCharsetsFor1stAndNthChars).
   CConnectionEnv(void const* connection, int version, int maxName, int quotedId, int bracketedId,
-                 char defltQuote, char const* allowedAs1st);
-  // A PL/SQL entry, appended to the registry.
+                 char defltQuote, char const* allowedAs1st) noexcept;
+  // A PL/SQL entry, the same way.
   CConnectionEnv(void const* connection, int version, int maxName, int maxDbLinkName,
-                 char const* allowedAs1st);
+                 char const* allowedAs1st) noexcept;
   virtual ~CConnectionEnv();
   CConnectionEnv(CConnectionEnv const&) = delete;
   CConnectionEnv& operator=(CConnectionEnv const&) = delete;
@@ -41,25 +42,34 @@ class CConnectionEnv {
   // key NULL creates the language's default entry when there is none yet.
   // NULL when there is no entry (and for an unknown language, with a
   // warning).
-  static CConnectionEnv* Find(void const* connection, char i_cLanguage);
+  static CConnectionEnv* Find(void const* connection, char i_cLanguage) noexcept;
 
   // The entry of (connection, language), else the language's default entry
   // (NULL only when it could not be created).  `own` (when not NULL) tells
   // whether the connection had an entry of its own.
-  static CConnectionEnv* FindOrDefault(void const* connection, char language, bool* own);
+  static CConnectionEnv* FindOrDefault(void const* connection, char language, bool* own) noexcept;
+
+  // Appends `fresh` (a new entry, or NULL when there was no memory for it)
+  // to the registry and returns it; an entry whose definitions could not be
+  // allocated is deleted instead, so that the settings stay as they were.
+  // NULL when nothing was appended.
+  static CConnectionEnv* Register(CConnectionEnv* fresh) noexcept;
 
   // Destroys every entry and forgets the cached look-up.
-  static void DeleteWholeArena();
+  static void DeleteWholeArena() noexcept;
 
   // Recomputes both set definitions from the caller's first-character
   // definition: blanks around it are skipped (the trailing ones by writing
   // a NUL into the caller's string), NULL, blank or half-bracketed
   // definitions select the language's default, and the other-character
   // definition adds the digits and "$" (and "_#" for PL/SQL).
-  void ComputeCharsetsFor1stAndNthChars(char const* definition);
+  // Both definitions are replaced together: false, the old ones kept, when
+  // memory is short for the new ones.
+  bool ComputeCharsetsFor1stAndNthChars(char const* definition) noexcept;
 
   // New definitions: the character tables must be built again from them.
-  void Redefine(char const* allowedAs1st);
+  // False, nothing changed, when memory is short for them.
+  bool Redefine(char const* allowedAs1st) noexcept;
 
   CConnectionEnv* m_pNext = nullptr;
   CConnectionEnv* m_pPrev = nullptr;
@@ -79,8 +89,8 @@ class CConnectionEnv {
   static CConnectionEnv* m_pLast;
 
  private:
-  void Append();
-  void FreeDefinitions();
+  void Append() noexcept;
+  void FreeDefinitions() noexcept;
 };
 
 #endif  // ZELSTR_SQL_CONNECTION_ENV_H

@@ -15,16 +15,16 @@ bool wants_second_quoting(unsigned long flags) {
 
 }  // namespace
 
-CHPLSQL::CHPLSQL(void const* const connection) : CHSQL(connection, 'P') {}
-CHPLSQL::CHPLSQL(CHPLSQL const& other) = default;
-CHPLSQL& CHPLSQL::operator=(CHPLSQL const& other) = default;
+CHPLSQL::CHPLSQL(void const* const connection) noexcept : CHSQL(connection, 'P') {}
+CHPLSQL::CHPLSQL(CHPLSQL const& other) noexcept = default;
+CHPLSQL& CHPLSQL::operator=(CHPLSQL const& other) noexcept = default;
 CHPLSQL::~CHPLSQL() = default;
 
-int CHPLSQL::IsValidSysName(char const* name, unsigned long kind) const {
+int CHPLSQL::IsValidSysName(char const* name, unsigned long kind) const noexcept {
   return _zplsqlvalidsysname(nullptr, name, static_cast<int>(kind));
 }
 
-int CHPLSQL::DenormalizeId(char* buffer, unsigned long flags) const {
+int CHPLSQL::DenormalizeId(char* buffer, unsigned long flags) const noexcept {
   int const result = _zsysname2plsql(nullptr, buffer, 0);
   // Quoted again even when already quoted: callers rely on it.
   if (result != 0 && buffer != nullptr && wants_second_quoting(flags)) {
@@ -33,7 +33,7 @@ int CHPLSQL::DenormalizeId(char* buffer, unsigned long flags) const {
   return result;
 }
 
-char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) const {
+char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) const noexcept {
   if (name == nullptr) return nullptr;
   // Room for DenormalizeId at worst: quoting doubles each quotation mark
   // and adds two, twice.
@@ -42,26 +42,29 @@ char const* CHPLSQL::GetDenormalizedId(char const* name, unsigned long flags) co
                                      [&](char* copy) { return DenormalizeId(copy, flags); });
 }
 
-int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const {
+int CHPLSQL::NormalizeId(char* buffer, unsigned long kind) const noexcept {
   return _zplsql2sysname(buffer, static_cast<int>(kind));
 }
 
-char const* CHPLSQL::GetNormalizedId(char const* name, unsigned long kind) const {
+char const* CHPLSQL::GetNormalizedId(char const* name, unsigned long kind) const noexcept {
   if (name == nullptr) return nullptr;
   return zelstr::sql::converted_copy(name, 0, [&](char* copy) { return NormalizeId(copy, kind); });
 }
 
-int CHPLSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }
+int CHPLSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const noexcept {
+  return 0;
+}
 
-char const* CHPLSQL::GetDenormalizedQualId(char const* /*name*/, unsigned long /*flags*/) const {
+char const* CHPLSQL::GetDenormalizedQualId(char const* /*name*/,
+                                           unsigned long /*flags*/) const noexcept {
   return nullptr;
 }
 
 int CHPLSQL::SplitQualCodeName(char const* /*name*/, char*** /*components*/,
-                               unsigned long /*flags*/) const {
+                               unsigned long /*flags*/) const noexcept {
   return 0;
 }
 
-int CHPLSQL::IsReservedWord(char const* word, int version) const {
+int CHPLSQL::IsReservedWord(char const* word, int version) const noexcept {
   return _zisosqlresword(word, version);
 }

@@ -23,12 +23,12 @@ bool is_regular(char const* name, void const* connection) {
 
 }  // namespace
 
-CHTSQL::CHTSQL(void const* const connection) : CHSQL(connection, 'T') {}
-CHTSQL::CHTSQL(CHTSQL const& other) = default;
-CHTSQL& CHTSQL::operator=(CHTSQL const& other) = default;
+CHTSQL::CHTSQL(void const* const connection) noexcept : CHSQL(connection, 'T') {}
+CHTSQL::CHTSQL(CHTSQL const& other) noexcept = default;
+CHTSQL& CHTSQL::operator=(CHTSQL const& other) noexcept = default;
 CHTSQL::~CHTSQL() = default;
 
-int CHTSQL::IsValidSysName(char const* name, unsigned long /*kind*/) const {
+int CHTSQL::IsValidSysName(char const* name, unsigned long /*kind*/) const noexcept {
   if (name == nullptr || *name == '\0') return 0;
   CConnectionEnv const* const settings =
       CConnectionEnv::FindOrDefault(GetConnection(), 'T', nullptr);
@@ -38,7 +38,7 @@ int CHTSQL::IsValidSysName(char const* name, unsigned long /*kind*/) const {
   return is_regular(name, GetConnection()) ? 1 : 0;
 }
 
-int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const {
+int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const noexcept {
   if (buffer == nullptr || *buffer == '\0') return 1;
   CConnectionEnv const* const settings =
       CConnectionEnv::FindOrDefault(GetConnection(), 'T', nullptr);
@@ -52,7 +52,7 @@ int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const {
   return 1;
 }
 
-char const* CHTSQL::GetDenormalizedId(char const* name, unsigned long flags) const {
+char const* CHTSQL::GetDenormalizedId(char const* name, unsigned long flags) const noexcept {
   if (name == nullptr) return nullptr;
   // Room for the delimiters and a doubled closing mark of either kind.
   std::size_t const closes = zelstr::sql::count_of(name, ']') + zelstr::sql::count_of(name, '"');
@@ -60,28 +60,31 @@ char const* CHTSQL::GetDenormalizedId(char const* name, unsigned long flags) con
                                      [&](char* copy) { return DenormalizeId(copy, flags); });
 }
 
-int CHTSQL::NormalizeId(char* buffer, unsigned long /*kind*/) const {
+int CHTSQL::NormalizeId(char* buffer, unsigned long /*kind*/) const noexcept {
   if (buffer == nullptr) return 0;
   if (buffer[0] != '[' && buffer[0] != '"') return 1;
   return zelstr::sql::undelimit(buffer, closing(buffer[0])) ? 1 : 0;
 }
 
-char const* CHTSQL::GetNormalizedId(char const* name, unsigned long kind) const {
+char const* CHTSQL::GetNormalizedId(char const* name, unsigned long kind) const noexcept {
   if (name == nullptr) return nullptr;
   return zelstr::sql::converted_copy(name, 0, [&](char* copy) { return NormalizeId(copy, kind); });
 }
 
-int CHTSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const { return 0; }
+int CHTSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const noexcept {
+  return 0;
+}
 
-char const* CHTSQL::GetDenormalizedQualId(char const* /*name*/, unsigned long /*flags*/) const {
+char const* CHTSQL::GetDenormalizedQualId(char const* /*name*/,
+                                          unsigned long /*flags*/) const noexcept {
   return nullptr;
 }
 
 int CHTSQL::SplitQualCodeName(char const* /*name*/, char*** /*components*/,
-                              unsigned long /*flags*/) const {
+                              unsigned long /*flags*/) const noexcept {
   return 0;
 }
 
-int CHTSQL::IsReservedWord(char const* word, int version) const {
+int CHTSQL::IsReservedWord(char const* word, int version) const noexcept {
   return _zistsqlresword(word, version);
 }

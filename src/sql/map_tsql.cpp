@@ -211,7 +211,7 @@ class TsqlMapper {
 
 }  // namespace
 
-void _zmaptsqlapply(void* map, char* code, int quotedId) {
+void _zmaptsqlapply(void* map, char* code, int quotedId) noexcept {
   if (code == nullptr || *code == '\0' || map == nullptr) return;
   unsigned char const* const table =
       zelstr::map::is_bad(map) ? kIdentity.at : zelstr::map::table_of(map);

@@ -52,7 +52,8 @@ bool valid_characters(char const* name, int kind, char const* first, char const*
 
 }  // namespace
 
-int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName, int kind) {
+int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName,
+                        int kind) noexcept {
   if (i_lpcszSysName == nullptr) {
     sql::warn(Unit::connforplsqlstrfncs, msg::kPlsqlValidNullName);
     return 0;
@@ -68,24 +69,24 @@ int _zplsqlvalidsysname(void const* const connection, char const* i_lpcszSysName
   return valid_characters(i_lpcszSysName, kind, first, others) ? 1 : 0;
 }
 
-int _zplsqlvalidsysname(char const* i_lpcszSysName, int kind) {
+int _zplsqlvalidsysname(char const* i_lpcszSysName, int kind) noexcept {
   return _zplsqlvalidsysname(nullptr, i_lpcszSysName, kind);
 }
 
-int _zplsql2sysname(char* name, int kind) {
+int _zplsql2sysname(char* name, int kind) noexcept {
   if (name == nullptr || *name == '\0') return 1;
   if (name[0] == '"') return zelstr::sql::undelimit(name, '"') ? 1 : 0;
   _zplsqlstrupper(name);
   return _zplsqlvalidsysname(nullptr, name, kind == 1 ? kOrdinaryName : kind);
 }
 
-char* _zplsql2sysname(char const* name, int kind) {
+char* _zplsql2sysname(char const* name, int kind) noexcept {
   if (name == nullptr) return nullptr;
   if (*name == '\0') return g_empty;
   return sql::converted_copy(name, 0, [kind](char* copy) { return _zplsql2sysname(copy, kind); });
 }
 
-int _zsysname2plsql(void const* const connection, char* name, int flags) {
+int _zsysname2plsql(void const* const connection, char* name, int flags) noexcept {
   if (name == nullptr || *name == '\0') return 1;
   char* first = nullptr;
   char* others = nullptr;
@@ -102,9 +103,11 @@ int _zsysname2plsql(void const* const connection, char* name, int flags) {
   return own ? 1 : 0;
 }
 
-int _zsysname2plsql(char* name, int flags) { return _zsysname2plsql(nullptr, name, flags); }
+int _zsysname2plsql(char* name, int flags) noexcept {
+  return _zsysname2plsql(nullptr, name, flags);
+}
 
-char* _zsysname2plsql(void const* const connection, char const* name) {
+char* _zsysname2plsql(void const* const connection, char const* name) noexcept {
   if (name == nullptr) return nullptr;
   if (*name == '\0') return g_empty;
   // Room for the surrounding quotation marks and a doubled inner one each.
@@ -113,4 +116,4 @@ char* _zsysname2plsql(void const* const connection, char const* name) {
   });
 }
 
-char* _zsysname2plsql(char const* name) { return _zsysname2plsql(nullptr, name); }
+char* _zsysname2plsql(char const* name) noexcept { return _zsysname2plsql(nullptr, name); }

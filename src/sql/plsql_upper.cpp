@@ -10,7 +10,7 @@ constexpr int kOracleLanguage = 9;
 
 }  // namespace
 
-char* _zplsqlstrupper(char* text) {
+char* _zplsqlstrupper(char* text) noexcept {
   if (text == nullptr) {
     zelstr::sql::warn(zelstr::frame::Unit::zelstroraclefnc,
                       zelstr::sql::msg::kPlsqlUpperNullString);

@@ -111,7 +111,7 @@ bool is_ascii_letter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <
 
 }  // namespace
 
-int _zistsqlresword(char const* word, int version) {
+int _zistsqlresword(char const* word, int version) noexcept {
   if (word == nullptr || !is_ascii_letter(word[0])) return 0;
   WordSet const* set = tsql_set(version);
   if (set == nullptr) {
@@ -122,7 +122,7 @@ int _zistsqlresword(char const* word, int version) {
   return set->contains(word) ? 1 : 0;
 }
 
-int _zisosqlresword(char const* word, int version) {
+int _zisosqlresword(char const* word, int version) noexcept {
   if (!sql::is_plsql_version(version)) {
     sql::warn_format(Unit::zelstroraclefnc, __LINE__, msg::kOsqlResWordBadVersionFormat, version);
     return 0;

@@ -30,7 +30,8 @@ void put(T* out, T value) {
 }  // namespace
 
 int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nMaxName,
-                      int quotedId, int bracketedId, char i_cDefltQuote, char const* allowedAs1st) {
+                      int quotedId, int bracketedId, char i_cDefltQuote,
+                      char const* allowedAs1st) noexcept {
   if (!sql::is_tsql_version(i_nTSqlVersion)) {
     sql::warn_format(Unit::connectionenv, __LINE__, msg::kTsqlSetBadVersionFormat, i_nTSqlVersion);
     return 0;
@@ -43,24 +44,26 @@ int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nM
     warn_bad_quote(i_cDefltQuote);
     return 0;
   }
+  // Without memory for an entry or its definitions, the settings stay as
+  // they were and the call still reports success.
   CConnectionEnv* const entry = CConnectionEnv::Find(connection, 'T');
   if (entry == nullptr) {
-    // Appends itself; without memory the settings stay as they were.
-    (void)new (std::nothrow) CConnectionEnv(connection, i_nTSqlVersion, i_nMaxName, quotedId,
-                                            bracketedId, i_cDefltQuote, allowedAs1st);
+    CConnectionEnv::Register(new (std::nothrow)
+                                 CConnectionEnv(connection, i_nTSqlVersion, i_nMaxName, quotedId,
+                                                bracketedId, i_cDefltQuote, allowedAs1st));
     return 1;
   }
+  if (!entry->Redefine(allowedAs1st)) return 1;
   entry->m_nVersion = i_nTSqlVersion;
   entry->m_nMaxName = i_nMaxName;
   entry->m_bQuotedId = quotedId;
   entry->m_bBracketedId = bracketedId;
   entry->m_cDefltQuote = i_cDefltQuote;
-  entry->Redefine(allowedAs1st);
   return 1;
 }
 
 int _ztsqlgetdefaults(void const* const connection, int* version, int* maxName, int* quotedId,
-                      int* bracketedId, char* defltQuote, char const** allowedAs1st) {
+                      int* bracketedId, char* defltQuote, char const** allowedAs1st) noexcept {
   bool own = false;
   CConnectionEnv const* const entry = CConnectionEnv::FindOrDefault(connection, 'T', &own);
   if (entry == nullptr) return 0;
@@ -73,7 +76,7 @@ int _ztsqlgetdefaults(void const* const connection, int* version, int* maxName, 
   return own ? 1 : 0;
 }
 
-int _ztsqlsetquotedid(void const* const connection, int quotedId) {
+int _ztsqlsetquotedid(void const* const connection, int quotedId) noexcept {
   bool own = false;
   CConnectionEnv* const entry = CConnectionEnv::FindOrDefault(connection, 'T', &own);
   if (entry != nullptr) entry->m_bQuotedId = quotedId;
@@ -81,7 +84,7 @@ int _ztsqlsetquotedid(void const* const connection, int quotedId) {
 }
 
 int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_nMaxName,
-                       int i_nMaxDbLinkName, char const* allowedAs1st) {
+                       int i_nMaxDbLinkName, char const* allowedAs1st) noexcept {
   if (!sql::is_plsql_version(i_nPlSqlVersion)) {
     sql::warn_format(Unit::connectionenv, __LINE__, msg::kPlsqlSetBadVersionFormat,
                      i_nPlSqlVersion);
@@ -98,19 +101,19 @@ int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_
   }
   CConnectionEnv* const entry = CConnectionEnv::Find(connection, 'P');
   if (entry == nullptr) {
-    (void)new (std::nothrow)
-        CConnectionEnv(connection, i_nPlSqlVersion, i_nMaxName, i_nMaxDbLinkName, allowedAs1st);
+    CConnectionEnv::Register(new (std::nothrow) CConnectionEnv(
+        connection, i_nPlSqlVersion, i_nMaxName, i_nMaxDbLinkName, allowedAs1st));
     return 1;
   }
+  if (!entry->Redefine(allowedAs1st)) return 1;
   entry->m_nVersion = i_nPlSqlVersion;
   entry->m_nMaxName = i_nMaxName;
   entry->m_nMaxDbLinkName = i_nMaxDbLinkName;
-  entry->Redefine(allowedAs1st);
   return 1;
 }
 
 int _zplsqlgetdefaults(void const* const connection, int* version, int* maxName, int* maxDbLinkName,
-                       char const** allowedAs1st) {
+                       char const** allowedAs1st) noexcept {
   bool own = false;
   CConnectionEnv const* const entry = CConnectionEnv::FindOrDefault(connection, 'P', &own);
   if (entry == nullptr) return 0;

@@ -32,7 +32,7 @@ void shift_within(char* s, int n, char fill) {
 
 }  // namespace
 
-char* _zstrcat(char* dest, char* src) {
+char* _zstrcat(char* dest, char* src) noexcept {
   if (dest == nullptr) {
     warn(msg::kStrcatNullDest);
     return nullptr;
@@ -47,7 +47,7 @@ char* _zstrcat(char* dest, char* src) {
   return dest;
 }
 
-char* _zstrncat(char* dest, char const* src, unsigned long count) {
+char* _zstrncat(char* dest, char const* src, unsigned long count) noexcept {
   if (dest == nullptr) {
     warn(msg::kStrncatNullDest);
     return nullptr;
@@ -65,7 +65,7 @@ char* _zstrncat(char* dest, char const* src, unsigned long count) {
   return dest;
 }
 
-char* _zstrins(char* dest, char const* src) {
+char* _zstrins(char* dest, char const* src) noexcept {
   if (dest == nullptr) {
     warn(msg::kStrinsNullDest);
     return nullptr;
@@ -81,7 +81,7 @@ char* _zstrins(char* dest, char const* src) {
   return dest;
 }
 
-char* _zstrshift(char* s, int n, char fill, int flag) {
+char* _zstrshift(char* s, int n, char fill, int flag) noexcept {
   if (s == nullptr) {
     warn(msg::kStrshiftNullString);
     return nullptr;

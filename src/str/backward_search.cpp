@@ -26,21 +26,21 @@ char const* last_occurrence(char const* s1, char const* s2, bool ignore_case) {
   if (m == 0) return s1 + std::strlen(s1);
   SearchState state;
   state.ignore_case = ignore_case;
-  search::prepare(state, s2, static_cast<std::uint32_t>(m));
+  if (!search::prepare(state, s2, static_cast<std::uint32_t>(m))) return nullptr;  // no memory
   return search::last_occurrence(s1, s2, state);
 }
 
 }  // namespace
 
-char const* _zstrrstr(char const* string1, char const* string2) {
+char const* _zstrrstr(char const* string1, char const* string2) noexcept {
   return last_occurrence(string1, string2, false);
 }
-char* _zstrrstr(char* string1, char const* string2) {
+char* _zstrrstr(char* string1, char const* string2) noexcept {
   return const_cast<char*>(last_occurrence(string1, string2, false));
 }
-char const* _zstrristr(char const* string1, char const* string2) {
+char const* _zstrristr(char const* string1, char const* string2) noexcept {
   return last_occurrence(string1, string2, true);
 }
-char* _zstrristr(char* string1, char const* string2) {
+char* _zstrristr(char* string1, char const* string2) noexcept {
   return const_cast<char*>(last_occurrence(string1, string2, true));
 }

@@ -8,7 +8,7 @@
 
 using namespace zelstr::str;
 
-char* _zmemcpy(char* dest, char* src, unsigned long count) {
+char* _zmemcpy(char* dest, char* src, unsigned long count) noexcept {
   if (dest == nullptr) {
     warn(msg::kMemcpyNullDest);
     return nullptr;
@@ -32,7 +32,7 @@ char* _zmemcpy(char* dest, char* src, unsigned long count) {
   return dest;
 }
 
-char* _zmemset(char* buffer, char c, unsigned long count) {
+char* _zmemset(char* buffer, char c, unsigned long count) noexcept {
   if (buffer == nullptr) {
     warn(msg::kMemsetNullBuffer);
     return nullptr;

@@ -36,7 +36,7 @@ char* converted_copy(char const* s) {
 
 }  // namespace
 
-char* _zstrupper(char* s) {
+char* _zstrupper(char* s) noexcept {
   if (s == nullptr) {
     warn(msg::kUpperNullString);
     return nullptr;
@@ -45,7 +45,7 @@ char* _zstrupper(char* s) {
   return s;
 }
 
-char* _zstrlower(char* s) {
+char* _zstrlower(char* s) noexcept {
   if (s == nullptr) {
     warn(msg::kLowerNullString);
     return nullptr;
@@ -54,15 +54,15 @@ char* _zstrlower(char* s) {
   return s;
 }
 
-char _zstrupper(char ch) { return upper_of(ch); }
-char _zstrlower(char ch) { return lower_of(ch); }
-char* _zstrupperized(char const* s) { return converted_copy<upper_of>(s); }
-char* _zstrlowerized(char const* s) { return converted_copy<lower_of>(s); }
+char _zstrupper(char ch) noexcept { return upper_of(ch); }
+char _zstrlower(char ch) noexcept { return lower_of(ch); }
+char* _zstrupperized(char const* s) noexcept { return converted_copy<upper_of>(s); }
+char* _zstrlowerized(char const* s) noexcept { return converted_copy<lower_of>(s); }
 
 // The ...ASCII names are second names of the same functions.
-char* _zstrupperASCII(char* s) { return _zstrupper(s); }
-char* _zstrlowerASCII(char* s) { return _zstrlower(s); }
-char _zstrupperASCII(char ch) { return upper_of(ch); }
-char _zstrlowerASCII(char ch) { return lower_of(ch); }
-char* _zstrupperizedASCII(char const* s) { return _zstrupperized(s); }
-char* _zstrlowerizedASCII(char const* s) { return _zstrlowerized(s); }
+char* _zstrupperASCII(char* s) noexcept { return _zstrupper(s); }
+char* _zstrlowerASCII(char* s) noexcept { return _zstrlower(s); }
+char _zstrupperASCII(char ch) noexcept { return upper_of(ch); }
+char _zstrlowerASCII(char ch) noexcept { return lower_of(ch); }
+char* _zstrupperizedASCII(char const* s) noexcept { return _zstrupperized(s); }
+char* _zstrlowerizedASCII(char const* s) noexcept { return _zstrlowerized(s); }

@@ -18,7 +18,7 @@ char const* find_folded(char const* s, char c, bool last) {
 
 }  // namespace
 
-char const* _zstrchr(char const* s, char c) {
+char const* _zstrchr(char const* s, char c) noexcept {
   if (s == nullptr) {
     warn(msg::kChrNullString);
     return nullptr;
@@ -26,7 +26,7 @@ char const* _zstrchr(char const* s, char c) {
   return std::strchr(s, c);
 }
 
-char const* _zstrichr(char const* s, char c) {
+char const* _zstrichr(char const* s, char c) noexcept {
   if (s == nullptr) {
     warn(msg::kChrNullString);
     return nullptr;
@@ -34,7 +34,7 @@ char const* _zstrichr(char const* s, char c) {
   return find_folded(s, c, false);
 }
 
-char const* _zstrrchr(char const* s, char c) {
+char const* _zstrrchr(char const* s, char c) noexcept {
   if (s == nullptr) {
     warn(msg::kRchrNullString);
     return nullptr;
@@ -42,7 +42,7 @@ char const* _zstrrchr(char const* s, char c) {
   return std::strrchr(s, c);
 }
 
-char const* _zstrrichr(char const* s, char c) {
+char const* _zstrrichr(char const* s, char c) noexcept {
   if (s == nullptr) {
     warn(msg::kRchrNullString);
     return nullptr;
@@ -50,15 +50,15 @@ char const* _zstrrichr(char const* s, char c) {
   return find_folded(s, c, true);
 }
 
-char* _zstrchr(char* s, char c) {
+char* _zstrchr(char* s, char c) noexcept {
   return const_cast<char*>(_zstrchr(static_cast<char const*>(s), c));
 }
-char* _zstrichr(char* s, char c) {
+char* _zstrichr(char* s, char c) noexcept {
   return const_cast<char*>(_zstrichr(static_cast<char const*>(s), c));
 }
-char* _zstrrchr(char* s, char c) {
+char* _zstrrchr(char* s, char c) noexcept {
   return const_cast<char*>(_zstrrchr(static_cast<char const*>(s), c));
 }
-char* _zstrrichr(char* s, char c) {
+char* _zstrrichr(char* s, char c) noexcept {
   return const_cast<char*>(_zstrrichr(static_cast<char const*>(s), c));
 }

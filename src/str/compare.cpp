@@ -54,28 +54,28 @@ int compare_n(char const* s1, char const* s2, unsigned long count, NullWarnings 
 
 }  // namespace
 
-int _zstrcmp(char const* s1, char const* s2) {
+int _zstrcmp(char const* s1, char const* s2) noexcept {
   return compare(s1, s2, kStrcmpWarnings, std::strcmp);
 }
 
-int _zstricmp(char const* s1, char const* s2) {
+int _zstricmp(char const* s1, char const* s2) noexcept {
   return compare(s1, s2, kStricmpWarnings, zelstr::platform::case_compare);
 }
 
-int _zstrncmp(char const* s1, char const* s2, unsigned long count) {
+int _zstrncmp(char const* s1, char const* s2, unsigned long count) noexcept {
   return compare_n(s1, s2, count, kStrncmpWarnings, std::strncmp);
 }
 
-int _zstrnicmp(char const* s1, char const* s2, unsigned long count) {
+int _zstrnicmp(char const* s1, char const* s2, unsigned long count) noexcept {
   return compare_n(s1, s2, count, kStrnicmpWarnings, zelstr::platform::case_compare_n);
 }
 
-int _zstrnullisablecmp(char const* s1, char const* s2) {
+int _zstrnullisablecmp(char const* s1, char const* s2) noexcept {
   if (s1 == nullptr || s2 == nullptr) return null_order(s1, s2);
   return sign(std::strcmp(s1, s2));
 }
 
-int _zstrnullisableicmp(char const* s1, char const* s2) {
+int _zstrnullisableicmp(char const* s1, char const* s2) noexcept {
   if (s1 == nullptr || s2 == nullptr) return null_order(s1, s2);
   return sign(zelstr::platform::case_compare(s1, s2));
 }

@@ -31,7 +31,7 @@ char* safe_copy(char* dest, char const* src, std::uint32_t count) {
 
 }  // namespace
 
-char* _zstrcpy(char* dest, char const* src) {
+char* _zstrcpy(char* dest, char const* src) noexcept {
   if (dest == nullptr) {
     warn(msg::kStrcpyNullDest);
     return nullptr;
@@ -44,7 +44,7 @@ char* _zstrcpy(char* dest, char const* src) {
   return dest;
 }
 
-char* _zstrncpy(char* dest, char const* src, unsigned long count) {
+char* _zstrncpy(char* dest, char const* src, unsigned long count) noexcept {
   if (dest == nullptr) {
     warn(msg::kStrncpyNullDest);
     return nullptr;
@@ -56,13 +56,13 @@ char* _zstrncpy(char* dest, char const* src, unsigned long count) {
   return strncpy_rule(dest, src, count32(count));
 }
 
-char* _zstrncpyf0(char* dest, char const* src, unsigned long count) {
+char* _zstrncpyf0(char* dest, char const* src, unsigned long count) noexcept {
   char* const result = _zstrncpy(dest, src, count);
   if (result != nullptr && count32(count) != 0) dest[count32(count) - 1] = '\0';
   return result;
 }
 
-char* _zsamestrncpy(char* dest, char* src, unsigned long count) {
+char* _zsamestrncpy(char* dest, char* src, unsigned long count) noexcept {
   if (dest == nullptr) {
     warn(msg::kSamestrncpyNullDest);
     return nullptr;
@@ -79,7 +79,7 @@ char* _zsamestrncpy(char* dest, char* src, unsigned long count) {
   return copy_run(dest, src, ::strnlen(src, n), n);
 }
 
-char* _zstrsafecpyf0(char* dest, char const* src, unsigned long count) {
+char* _zstrsafecpyf0(char* dest, char const* src, unsigned long count) noexcept {
   if (dest == nullptr) {
     warn(msg::kSafecpyNullDest);
     return nullptr;
@@ -97,7 +97,7 @@ char* _zstrsafecpyf0(char* dest, char const* src, unsigned long count) {
   return safe_copy(dest, src, n);
 }
 
-char* _zstrcpyuntil(char* dest, char const* src, char const* stop_at_pos_in_src) {
+char* _zstrcpyuntil(char* dest, char const* src, char const* stop_at_pos_in_src) noexcept {
   if (dest == nullptr) {
     warn(msg::kCpyuntilNullDest);
     return nullptr;

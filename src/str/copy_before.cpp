@@ -38,30 +38,31 @@ char* get_before(char const* src, std::size_t run) {
 
 }  // namespace
 
-char* _zstrcpybefore(char* dest, char const* src, char const* reject) {
+char* _zstrcpybefore(char* dest, char const* src, char const* reject) noexcept {
   if (!checked(dest, src, msg::kCpybeforeNullDest, msg::kCpybeforeNullSrc)) return nullptr;
   return copy_and_terminate(dest, src, run_before(src, reject));
 }
 
-char* _zstrcpybefore(char* dest, char const* src, char c) {
+char* _zstrcpybefore(char* dest, char const* src, char c) noexcept {
   if (!checked(dest, src, msg::kCpybeforeNullDest, msg::kCpybeforeNullSrc)) return nullptr;
   return copy_and_terminate(dest, src, run_before(src, c));
 }
 
 // The set form reports under _zstrcpybefore(), as it always has.
-char* _zstrncpybefore(char* dest, char const* src, char const* reject, unsigned long count) {
+char* _zstrncpybefore(char* dest, char const* src, char const* reject,
+                      unsigned long count) noexcept {
   if (!checked(dest, src, msg::kCpybeforeNullDest, msg::kCpybeforeNullSrc)) return nullptr;
   std::uint32_t const n = count32(count);
   if (reject == nullptr || *reject == '\0' || n == 0) return strncpy_rule(dest, src, n);
   return copy_run(dest, src, std::strcspn(src, reject), n);
 }
 
-char* _zstrncpybefore(char* dest, char const* src, char c, unsigned long count) {
+char* _zstrncpybefore(char* dest, char const* src, char c, unsigned long count) noexcept {
   if (!checked(dest, src, msg::kNcpybeforeNullDest, msg::kNcpybeforeNullSrc)) return nullptr;
   return copy_run(dest, src, run_before(src, c), count32(count));
 }
 
-char* _zstrgetbefore(char const* src, char const* reject) {
+char* _zstrgetbefore(char const* src, char const* reject) noexcept {
   if (src == nullptr) {
     warn(msg::kGetbeforeNullSrc);
     return nullptr;
@@ -69,7 +70,7 @@ char* _zstrgetbefore(char const* src, char const* reject) {
   return get_before(src, run_before(src, reject));
 }
 
-char* _zstrgetbefore(char const* src, char c) {
+char* _zstrgetbefore(char const* src, char c) noexcept {
   if (src == nullptr) {
     warn(msg::kGetbeforeNullSrc);
     return nullptr;

@@ -29,20 +29,20 @@ int occurrences(char const* s1, char const* s2, bool ignore_case) {
   }
   SearchState state;
   state.ignore_case = ignore_case;
-  search::prepare(state, s2, static_cast<std::uint32_t>(m));
+  if (!search::prepare(state, s2, static_cast<std::uint32_t>(m))) return -1;  // no memory
   return search::count_occurrences(s1, s2, state);
 }
 
 }  // namespace
 
-int _zstrstrcnt(char const* string1, char const* string2) {
+int _zstrstrcnt(char const* string1, char const* string2) noexcept {
   return occurrences(string1, string2, false);
 }
-int _zstristrcnt(char const* string1, char const* string2) {
+int _zstristrcnt(char const* string1, char const* string2) noexcept {
   return occurrences(string1, string2, true);
 }
 
-int _zstrccnt(char const* string, char c) {
+int _zstrccnt(char const* string, char c) noexcept {
   if (string == nullptr) {
     warn(msg::kCcntNullString);
     return -1;

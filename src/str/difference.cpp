@@ -22,7 +22,7 @@ char const* first_difference(char const* s1, char const* s2, bool case_sensitive
 
 }  // namespace
 
-char const* _zstrdiffpoint(char const* s1, char const* s2, int case_sensitive) {
+char const* _zstrdiffpoint(char const* s1, char const* s2, int case_sensitive) noexcept {
   if (s1 == nullptr) return nullptr;
   if (s2 == nullptr) return s1;
   return first_difference(s1, s2, case_sensitive != 0);
@@ -30,7 +30,7 @@ char const* _zstrdiffpoint(char const* s1, char const* s2, int case_sensitive) {
 
 // The texts of 147 and 148 name the argument that was given, not the NULL
 // one; the pairing of ids to cases is kept as callers know it.
-char* _zstrneq(char* s1, char* s2) {
+char* _zstrneq(char* s1, char* s2) noexcept {
   if (s1 == nullptr && s2 == nullptr) {
     warn(msg::kNeqBothNull);
     return nullptr;

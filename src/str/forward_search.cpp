@@ -65,29 +65,29 @@ char const* first_with_followers(char const* s, char const* pattern, std::size_t
 
 }  // namespace
 
-char const* _zstrstr(char const* string1, char const* string2) {
+char const* _zstrstr(char const* string1, char const* string2) noexcept {
   return forward_search(string1, string2, case_sensitive_state());
 }
-char* _zstrstr(char* string1, char const* string2) {
+char* _zstrstr(char* string1, char const* string2) noexcept {
   return const_cast<char*>(forward_search(string1, string2, case_sensitive_state()));
 }
-char const* _zstristr(char const* string1, char const* string2) {
+char const* _zstristr(char const* string1, char const* string2) noexcept {
   return forward_search(string1, string2, case_insensitive_state());
 }
-char* _zstristr(char* string1, char const* string2) {
+char* _zstristr(char* string1, char const* string2) noexcept {
   return const_cast<char*>(forward_search(string1, string2, case_insensitive_state()));
 }
 
-char const* _zstrstr1(char const* string1, char const* string2, char const* delimiters) {
+char const* _zstrstr1(char const* string1, char const* string2, char const* delimiters) noexcept {
   return delimited_search(string1, string2, delimiters, case_sensitive_state());
 }
-char const* _zstristr1(char const* string1, char const* string2, char const* delimiters) {
+char const* _zstristr1(char const* string1, char const* string2, char const* delimiters) noexcept {
   return delimited_search(string1, string2, delimiters, case_insensitive_state());
 }
 
-char const* _zstrstr2chars(char const* string1, char const* string2) {
+char const* _zstrstr2chars(char const* string1, char const* string2) noexcept {
   return first_with_followers(string1, string2, 1);
 }
-char const* _zstrstr3chars(char const* string1, char const* string2) {
+char const* _zstrstr3chars(char const* string1, char const* string2) noexcept {
   return first_with_followers(string1, string2, 2);
 }

@@ -7,7 +7,7 @@
 
 using namespace zelstr::str;
 
-unsigned int _zstrlen(char const* s) {
+unsigned int _zstrlen(char const* s) noexcept {
   if (s == nullptr) {
     warn(msg::kStrlenNullString);
     return 0;
@@ -15,7 +15,7 @@ unsigned int _zstrlen(char const* s) {
   return static_cast<unsigned int>(std::strlen(s));
 }
 
-unsigned int _zstrsetlen(char* set) {
+unsigned int _zstrsetlen(char* set) noexcept {
   if (set == nullptr) {
     warn(msg::kStrsetlenNullSet);
     return 0;
@@ -23,7 +23,7 @@ unsigned int _zstrsetlen(char* set) {
   return static_cast<unsigned int>(std::strlen(set) + 1);
 }
 
-char const* _zstreos(char const* s) {
+char const* _zstreos(char const* s) noexcept {
   if (s == nullptr) {
     warn(msg::kStreosNullString);
     return nullptr;
@@ -31,4 +31,6 @@ char const* _zstreos(char const* s) {
   return s + std::strlen(s);
 }
 
-char* _zstreos(char* s) { return const_cast<char*>(_zstreos(static_cast<char const*>(s))); }
+char* _zstreos(char* s) noexcept {
+  return const_cast<char*>(_zstreos(static_cast<char const*>(s)));
+}

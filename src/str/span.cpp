@@ -6,7 +6,7 @@
 
 using namespace zelstr::str;
 
-unsigned int _zstrspn(char const* s, char const* accept) {
+unsigned int _zstrspn(char const* s, char const* accept) noexcept {
   if (s == nullptr) {
     warn(msg::kSpnNullString);
     return 0;
@@ -18,7 +18,7 @@ unsigned int _zstrspn(char const* s, char const* accept) {
   return static_cast<unsigned int>(std::strspn(s, accept));
 }
 
-unsigned int _zstrrspn(char const* s, char const* accept) {
+unsigned int _zstrrspn(char const* s, char const* accept) noexcept {
   if (s == nullptr) {
     warn(msg::kRspnNullString);
     return 0;

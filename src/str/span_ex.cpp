@@ -128,45 +128,45 @@ char const* first_member(char const* string, char const* setdef, bool ignore_cas
 
 }  // namespace
 
-unsigned int _zstrspnex(char const* string, char const* setdef) {
+unsigned int _zstrspnex(char const* string, char const* setdef) noexcept {
   return spnex(string, setdef, false);
 }
-unsigned int _zstrispnex(char const* string, char const* setdef) {
+unsigned int _zstrispnex(char const* string, char const* setdef) noexcept {
   return spnex(string, setdef, true);
 }
-unsigned int _zstrcspnex(char const* string, char const* setdef) {
+unsigned int _zstrcspnex(char const* string, char const* setdef) noexcept {
   return cspnex(string, setdef, false);
 }
-unsigned int _zstricspnex(char const* string, char const* setdef) {
+unsigned int _zstricspnex(char const* string, char const* setdef) noexcept {
   return cspnex(string, setdef, true);
 }
 
-char const* _zstrposex(char const* string, char const* setdef) {
+char const* _zstrposex(char const* string, char const* setdef) noexcept {
   return after_members(string, setdef, false);
 }
-char const* _zstriposex(char const* string, char const* setdef) {
+char const* _zstriposex(char const* string, char const* setdef) noexcept {
   return after_members(string, setdef, true);
 }
-char const* _zstrcposex(char const* string, char const* setdef) {
+char const* _zstrcposex(char const* string, char const* setdef) noexcept {
   return first_member(string, setdef, false);
 }
-char const* _zstricposex(char const* string, char const* setdef) {
+char const* _zstricposex(char const* string, char const* setdef) noexcept {
   return first_member(string, setdef, true);
 }
-char* _zstrposex(char* string, char const* setdef) {
+char* _zstrposex(char* string, char const* setdef) noexcept {
   return const_cast<char*>(after_members(string, setdef, false));
 }
-char* _zstriposex(char* string, char const* setdef) {
+char* _zstriposex(char* string, char const* setdef) noexcept {
   return const_cast<char*>(after_members(string, setdef, true));
 }
-char* _zstrcposex(char* string, char const* setdef) {
+char* _zstrcposex(char* string, char const* setdef) noexcept {
   return const_cast<char*>(first_member(string, setdef, false));
 }
-char* _zstricposex(char* string, char const* setdef) {
+char* _zstricposex(char* string, char const* setdef) noexcept {
   return const_cast<char*>(first_member(string, setdef, true));
 }
 
-int _zchrspnex(char c, char* setdef) {
+int _zchrspnex(char c, char* setdef) noexcept {
   if (setdef == nullptr) {
     warn(msg::kChrspnexNullSetdef);
     return 0;

@@ -122,7 +122,8 @@ void print_man_page(std::FILE* out) {
   for (Command const& c : commands()) print_man_command(out, c);
   std::fprintf(out,
                ".SH \"EXIT STATUS\"\n0 when something was found, 1 when nothing was (each "
-               "command says what that means), 2 on an error.\n"
+               "command says what that means), 2 on an error.  When memory runs out the "
+               "one message is \"zelstr: out of memory\", with status 2.\n"
                ".SH \"SEE ALSO\"\nThe ZelStr32 documentation, installed with the library's "
                "headers.\n");
 }

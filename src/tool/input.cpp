@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "tool/out_of_memory.h"
+
 namespace zelstr::tool {
 namespace {
 
@@ -21,6 +23,7 @@ Input::Input(Invocation& invocation, char const* name)
   }
   m_file = std::fopen(name, "rb");
   if (m_file == nullptr) {
+    if (errno == ENOMEM) note_out_of_memory();
     m_invocation.error("cannot open '%s': %s", name, std::strerror(errno));
   }
 }

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "errsvc/errsvc.h"
+#include "tool/out_of_memory.h"
 
 namespace zelstr::tool {
 namespace {
@@ -200,14 +201,21 @@ int Invocation::usage_error(char const* format, ...) {
   va_start(args, format);
   print(format, args);
   va_end(args);
-  std::fprintf(stderr, "usage: zelstr %s%s%s\n(see zelstr %s --help)\n", m_command.name,
-               *m_command.synopsis != '\0' ? " " : "", m_command.synopsis, m_command.name);
+  if (!memory_ran_out()) {
+    std::fprintf(stderr, "usage: zelstr %s%s%s\n(see zelstr %s --help)\n", m_command.name,
+                 *m_command.synopsis != '\0' ? " " : "", m_command.synopsis, m_command.name);
+  }
   m_parsed = false;
   m_error = true;
   return kError;
 }
 
+// An error that memory running out caused is told as that, once.
 void Invocation::print(char const* format, va_list args) {
+  if (memory_ran_out()) {
+    report_out_of_memory();
+    return;
+  }
   std::fprintf(stderr, "zelstr %s: ", m_command.name);
   std::vfprintf(stderr, format, args);
   std::fputc('\n', stderr);

@@ -55,7 +55,12 @@ int run_map(Invocation& inv) {
   DefinedMap const map(inv, inv.operands()[0]);
   if (map.bad()) return kError;
   if (inv.flag("--dump")) {
-    std::fputs(_zmapdump2string(map.get(), 1), stdout);
+    char const* const dump = _zmapdump2string(map.get(), 1);
+    if (dump == nullptr) {  // no memory for the text
+      inv.error("the map cannot be shown");
+      return kError;
+    }
+    std::fputs(dump, stdout);
     inv.found();
     return inv.exit_status();
   }

@@ -4,12 +4,14 @@
 
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "platform/binary_stdio.h"
 #include "tool/command.h"
 #include "tool/help.h"
 #include "tool/invocation.h"
+#include "tool/out_of_memory.h"
 
 namespace {
 
@@ -76,11 +78,23 @@ int run(std::vector<char*> args) {
 
 }  // namespace
 
+// A failed allocation anywhere ends the run with the out-of-memory line and
+// exit status 2, whatever the command printed or would have returned.
 int main(int argc, char** argv) {
   zelstr::platform::use_binary_stdio();
-  int status = run(std::vector<char*>(argv + 1, argv + argc));
+  watch_memory();
+  int status = kError;
+  try {
+    status = run(std::vector<char*>(argv + 1, argv + argc));
+  } catch (std::bad_alloc const&) {
+    note_out_of_memory();
+  }
   if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-    std::fprintf(stderr, "zelstr: cannot write the output\n");
+    if (!memory_ran_out()) std::fprintf(stderr, "zelstr: cannot write the output\n");
+    status = kError;
+  }
+  if (memory_ran_out()) {
+    report_out_of_memory();
     status = kError;
   }
   return status;

@@ -1,48 +1,48 @@
 // collator.cpp - the server's upper case of code page 1252, decided by ICU.
+//
+// The code page's bytes stand for fixed Unicode characters, so the table
+// below says which; ICU's case properties, built into the library, give
+// each one's upper case.  Nothing here loads data or allocates, so the
+// table is complete even when memory is short.
 #include "platform/collator.h"
 
 #include <unicode/uchar.h>
-#include <unicode/ucnv.h>
 
 namespace zelstr::platform {
 namespace {
 
-// The upper case of byte `c` of the code page, or `c` itself when the
-// conversion cannot say or the upper case is not in the code page.
-unsigned char upper_of(UConverter* cp1252, unsigned char c) {
-  UErrorCode error = U_ZERO_ERROR;
-  UChar unit = 0;
-  char const byte = static_cast<char>(c);
-  int32_t const units = ucnv_toUChars(cp1252, &unit, 1, &byte, 1, &error);
-  if (U_FAILURE(error) || units != 1) return c;
-  UChar32 const upper = u_toupper(unit);
-  if (upper == unit || upper > 0xFFFF) return c;
-  UChar const upper_unit = static_cast<UChar>(upper);
-  char out[4];
-  error = U_ZERO_ERROR;
-  int32_t const bytes = ucnv_fromUChars(cp1252, out, sizeof out, &upper_unit, 1, &error);
-  if (U_FAILURE(error) || bytes != 1) return c;
-  return static_cast<unsigned char>(out[0]);
+// The characters of bytes 0x80 to 0x9F (0 for the five the code page leaves
+// undefined); the bytes below stand for U+0000 to U+007F and those above for
+// U+00A0 to U+00FF.
+constexpr UChar32 kHighControls[32] = {
+    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+UChar32 character_of(int byte) {
+  if (byte >= 0x80 && byte < 0xA0) return kHighControls[byte - 0x80];
+  return byte;
+}
+
+// The byte that stands for `u`, or -1 when the code page has none.
+int byte_of(UChar32 u) {
+  if (u < 0x80 || (u >= 0xA0 && u <= 0xFF)) return static_cast<int>(u);
+  for (int i = 0; i < 32; ++i) {
+    if (kHighControls[i] == u) return 0x80 + i;
+  }
+  return -1;
 }
 
 }  // namespace
 
 void code_page_upper_case(unsigned char (&upper)[256]) {
-  for (int c = 0; c < 256; ++c) upper[c] = static_cast<unsigned char>(c);
-  UErrorCode error = U_ZERO_ERROR;
-  UConverter* const cp1252 = ucnv_open("windows-1252", &error);
-  if (U_SUCCESS(error)) {
-    // Characters the code page lacks must fail, not become a substitute.
-    ucnv_setFromUCallBack(cp1252, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
-    ucnv_setToUCallBack(cp1252, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+  for (int c = 0; c < 256; ++c) {
+    upper[c] = static_cast<unsigned char>(c);
+    UChar32 const u = character_of(c);
+    if (u == 0) continue;
+    int const b = byte_of(u_toupper(u));
+    if (b >= 0) upper[c] = static_cast<unsigned char>(b);
   }
-  if (U_SUCCESS(error)) {
-    for (int c = 1; c < 256; ++c) upper[c] = upper_of(cp1252, static_cast<unsigned char>(c));
-  } else {
-    // Without the converter, ASCII letters are all that can be trusted.
-    for (int c = 'a'; c <= 'z'; ++c) upper[c] = static_cast<unsigned char>(c - 'a' + 'A');
-  }
-  if (cp1252 != nullptr) ucnv_close(cp1252);
 }
 
 }  // namespace zelstr::platform

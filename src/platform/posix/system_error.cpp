@@ -3,7 +3,6 @@
 #include <boost/system/error_code.hpp>
 #include <cerrno>
 #include <cstring>
-#include <string>
 
 #include "platform/resources.h"
 
@@ -11,12 +10,18 @@ namespace zelstr::platform {
 
 unsigned long last_error() { return static_cast<unsigned long>(errno); }
 
+// The category writes into the buffer itself: a warning's text needs no
+// memory of its own.
 void system_error_text(unsigned long code, char* buffer, unsigned size) {
   if (buffer == nullptr || size == 0) return;
-  std::string const text = boost::system::system_category().message(static_cast<int>(code));
-  std::size_t const n = text.size() < size - 1 ? text.size() : size - 1;
-  std::memcpy(buffer, text.data(), n);
-  buffer[n] = '\0';
+  char const* const text =
+      boost::system::system_category().message(static_cast<int>(code), buffer, size);
+  if (text != buffer) {
+    std::size_t const length = std::strlen(text);
+    std::size_t const n = length < size - 1 ? length : size - 1;
+    std::memmove(buffer, text, n);
+    buffer[n] = '\0';
+  }
 }
 
 }  // namespace zelstr::platform

@@ -86,10 +86,10 @@ char* extract(char* string, char const* header, char const* footer, int finished
 
 }  // namespace
 
-char* _zstrextract(char* string, char const* header, char const* footer, int finished) {
+char* _zstrextract(char* string, char const* header, char const* footer, int finished) noexcept {
   return extract(string, header, footer, finished, g_walk, false);
 }
 
-char* _zstriextract(char* string, char const* header, char const* footer, int finished) {
+char* _zstriextract(char* string, char const* header, char const* footer, int finished) noexcept {
   return extract(string, header, footer, finished, g_iwalk, true);
 }

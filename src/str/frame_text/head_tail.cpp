@@ -15,7 +15,7 @@ bool same_bytes(char const* a, char const* b, std::size_t n, int case_sensitive)
 
 }  // namespace
 
-int _zstrishead(char const* string, char const* head, int caseSensitive) {
+int _zstrishead(char const* string, char const* head, int caseSensitive) noexcept {
   if (string == nullptr || head == nullptr) {
     bool const both = string == nullptr && head == nullptr;
     warn(both ? msg::kIsheadBothNull : msg::kIsheadOneNull);
@@ -24,7 +24,7 @@ int _zstrishead(char const* string, char const* head, int caseSensitive) {
   return same_bytes(string, head, std::strlen(head), caseSensitive) ? 1 : 0;
 }
 
-int _zstristail(char const* string, char const* tail, int caseSensitive) {
+int _zstristail(char const* string, char const* tail, int caseSensitive) noexcept {
   if (string == nullptr || tail == nullptr) {
     bool const both = string == nullptr && tail == nullptr;
     warn(both ? msg::kIstailBothNull : msg::kIstailOneNull);

@@ -41,7 +41,7 @@ constexpr std::size_t kEncapsulatedCapacity = 511;
 
 }  // namespace
 
-char* _zstrenquote(char* string, char quote) {
+char* _zstrenquote(char* string, char quote) noexcept {
   if (string == nullptr) {
     warn(msg::kEnquoteNullString);
     return nullptr;
@@ -49,7 +49,7 @@ char* _zstrenquote(char* string, char quote) {
   return frame_in_place(string, quote, quote);
 }
 
-char* _zstrencapsulate(char* string, char c1, char c2) {
+char* _zstrencapsulate(char* string, char c1, char c2) noexcept {
   if (string == nullptr) {
     warn(msg::kEncapsulateNullString);
     return nullptr;
@@ -57,7 +57,7 @@ char* _zstrencapsulate(char* string, char c1, char c2) {
   return frame_in_place(string, c1, c2);
 }
 
-char* _zstrquoted(char const* string, char quote) {
+char* _zstrquoted(char const* string, char quote) noexcept {
   static char s_result[kQuotedCapacity + 3];
   static char s_empty[3];
   if (string == nullptr) warn(msg::kQuotedNullString);
@@ -69,7 +69,7 @@ char* _zstrquoted(char const* string, char quote) {
   return s_result;
 }
 
-char* _zstrencapsulated(char const* string, char c1, char c2) {
+char* _zstrencapsulated(char const* string, char c1, char c2) noexcept {
   static char s_result[kEncapsulatedCapacity + 3];
   static char s_empty[3];
   if (string == nullptr) warn(msg::kEncapsulatedNullString);
@@ -83,13 +83,13 @@ char* _zstrencapsulated(char const* string, char c1, char c2) {
   return s_result;
 }
 
-void _zstrdoubleq(char* string, char quote) {
+void _zstrdoubleq(char* string, char quote) noexcept {
   if (string == nullptr || quote == '\0') return;
   char const doubled[] = {quote, quote, '\0'};
   expand_each(string, quote, doubled);
 }
 
-char* _zstrdoubleq(char const* string, char quote) {
+char* _zstrdoubleq(char const* string, char quote) noexcept {
   if (string == nullptr) return nullptr;
   if (*string == '\0' || quote == '\0') return _zstrclone(string, 0);
   unsigned long count = 0;

@@ -43,7 +43,7 @@ char* trim_lines(char* dest, char const* source) {
 
 }  // namespace
 
-char* _zstrltrim(char* string) {
+char* _zstrltrim(char* string) noexcept {
   if (string == nullptr) {
     warn(msg::kLtrimNullString);
     return nullptr;
@@ -52,7 +52,7 @@ char* _zstrltrim(char* string) {
   return string;
 }
 
-char* _zstrrtrim(char* string) {
+char* _zstrrtrim(char* string) noexcept {
   if (string == nullptr) {
     warn(msg::kRtrimNullString);
     return nullptr;
@@ -61,7 +61,7 @@ char* _zstrrtrim(char* string) {
   return string;
 }
 
-char* _zstrbtrim(char* string) {
+char* _zstrbtrim(char* string) noexcept {
   if (string == nullptr) {
     warn(msg::kBtrimNullString);
     return nullptr;
@@ -71,7 +71,7 @@ char* _zstrbtrim(char* string) {
   return string;
 }
 
-char* _zstrltrimex(char* string1, char const* string2) {
+char* _zstrltrimex(char* string1, char const* string2) noexcept {
   if (string1 == nullptr || string2 == nullptr) {
     warn(string1 == nullptr ? msg::kLtrimexNullString1 : msg::kLtrimexNullString2);
     return nullptr;
@@ -80,7 +80,7 @@ char* _zstrltrimex(char* string1, char const* string2) {
   return string1;
 }
 
-char* _zstrrtrimex(char* string1, char const* string2) {
+char* _zstrrtrimex(char* string1, char const* string2) noexcept {
   if (string1 == nullptr || string2 == nullptr) {
     warn(string1 == nullptr ? msg::kRtrimexNullString1 : msg::kRtrimexNullString2);
     return nullptr;
@@ -89,7 +89,7 @@ char* _zstrrtrimex(char* string1, char const* string2) {
   return string1;
 }
 
-char* _zstrbtrimex(char* string1, char const* string2) {
+char* _zstrbtrimex(char* string1, char const* string2) noexcept {
   if (string1 == nullptr || string2 == nullptr) {
     warn(string1 == nullptr ? msg::kBtrimexNullString1 : msg::kBtrimexNullString2);
     return nullptr;
@@ -99,7 +99,7 @@ char* _zstrbtrimex(char* string1, char const* string2) {
   return string1;
 }
 
-char* _zstrrtrimlines(char* o_DestinationBuffer, char const* i_SourceText) {
+char* _zstrrtrimlines(char* o_DestinationBuffer, char const* i_SourceText) noexcept {
   if (o_DestinationBuffer == nullptr) {
     warn(msg::kRtrimlinesNullDest);
     return nullptr;
@@ -112,7 +112,7 @@ char* _zstrrtrimlines(char* o_DestinationBuffer, char const* i_SourceText) {
   return trim_lines(o_DestinationBuffer, i_SourceText);
 }
 
-char* _zstrrtrimlines(char* io_SourceText) {
+char* _zstrrtrimlines(char* io_SourceText) noexcept {
   if (io_SourceText == nullptr) {
     warn(msg::kRtrimlinesNullText);
     return nullptr;

@@ -28,7 +28,7 @@ void warn_unquoted(char const* format, char const* string, char quote, bool quot
 
 }  // namespace
 
-char* _zstrunquoted(char const* string, char quote, char* dest) {
+char* _zstrunquoted(char const* string, char quote, char* dest) noexcept {
   static char s_result[kUnquotedCapacity + 1];
   if (string == nullptr) {
     warn(msg::kUnquotedNullString);
@@ -58,7 +58,7 @@ char* _zstrunquoted(char const* string, char quote, char* dest) {
   return result;
 }
 
-char* _zstrunencapsulated(char* string, char c1, char c2) {
+char* _zstrunencapsulated(char* string, char c1, char c2) noexcept {
   static char s_result[kUnencapsulatedCapacity + 1];
   if (string == nullptr) {
     warn(msg::kUnencapsulatedNullString);

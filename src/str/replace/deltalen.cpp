@@ -48,6 +48,7 @@ long delta_length(char const* string, char const* s1, char const* s2, unsigned c
   std::int64_t const delta = static_cast<std::int64_t>(len2) - static_cast<std::int64_t>(len1);
   if (delta == 0) return 0;
   std::int64_t const count = occurrences(string, s1, len1, map);
+  if (count < 0) return ZEAL_STR_ERR;  // no memory to search through the map
   std::int64_t const magnitude = delta < 0 ? -delta : delta;
   if (count > kMaxLength / magnitude) {
     warn(msg::kDeltalenOverflow);
@@ -76,10 +77,10 @@ long multi_delta_length(char const* string, zstr_couple const* couples, unsigned
 
 }  // namespace zelstr::str::replace
 
-long _zstrdeltalen(char* string, char* s1, char* s2) {
+long _zstrdeltalen(char* string, char* s1, char* s2) noexcept {
   return replace::delta_length(string, s1, s2, nullptr);
 }
 
-long _zstrmultideltalen(char* string, zstr_couple* couples) {
+long _zstrmultideltalen(char* string, zstr_couple* couples) noexcept {
   return replace::multi_delta_length(string, couples, nullptr);
 }

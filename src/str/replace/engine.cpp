@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chars/upper_fold.h"
+#include "frame/memory.h"
 #include "str/search/plan.h"
 
 namespace zelstr::str::replace {
@@ -17,8 +18,9 @@ using search::SearchState;
 // The state of the forward search this run uses: prepared for `s1` as the
 // first search of a run does; the later searches of the run reuse it, and
 // the flag is left set, ready for the next run.  A run through a map uses
-// `own`, leaving the library-wide states alone.
-SearchState& prepared_search(Run const& run, std::optional<SearchState>& own) {
+// `own`, leaving the library-wide states alone.  NULL when memory is short
+// for the preparation.
+SearchState* prepared_search(Run const& run, std::optional<SearchState>& own) {
   SearchState* st;
   if (run.map != nullptr) {
     st = &own.emplace();
@@ -26,9 +28,9 @@ SearchState& prepared_search(Run const& run, std::optional<SearchState>& own) {
   } else {
     st = run.ignore_case ? &search::case_insensitive_state() : &search::case_sensitive_state();
   }
-  search::prepare(*st, run.s1, static_cast<std::uint32_t>(run.len1));
+  bool const prepared = search::prepare(*st, run.s1, static_cast<std::uint32_t>(run.len1));
   st->first_search = 1;
-  return *st;
+  return prepared ? st : nullptr;
 }
 
 // Walks the occurrences and rebuilds the string as it goes, left to right:
@@ -109,9 +111,10 @@ struct Collector {
 
 char* shrink_or_keep(Run const& run) {
   std::optional<SearchState> own;
-  SearchState& st = prepared_search(run, own);
+  SearchState* const st = prepared_search(run, own);
+  if (st == nullptr) return nullptr;  // nothing changed
   Compactor c{run, run.string, run.string};
-  search::find_all(run.string, run.s1, st, search::Visitor{Compactor::visit, &c});
+  search::find_all(run.string, run.s1, *st, search::Visitor{Compactor::visit, &c});
   if (c.replaced == 0) return run.string;
   // The rest of the text, terminator included.
   std::size_t const tail = run.length + 1 - static_cast<std::size_t>(c.read - run.string);
@@ -126,9 +129,10 @@ char* shrink_or_keep(Run const& run) {
 char* grow(Run const& run) {
   std::vector<std::uint32_t> positions;
   std::optional<SearchState> own;
-  SearchState& st = prepared_search(run, own);
+  SearchState* const st = prepared_search(run, own);
+  if (st == nullptr) return nullptr;  // nothing changed
   Collector c{run, positions};
-  search::find_all(run.string, run.s1, st, search::Visitor{Collector::visit, &c});
+  search::find_all(run.string, run.s1, *st, search::Visitor{Collector::visit, &c});
   std::size_t const delta = run.len2 - run.len1;
   // From the end: each piece of text moves once, to its final place.
   char* const s = run.string;
@@ -150,6 +154,7 @@ char* replace_all(Run const& run) {
     try {
       return grow(run);
     } catch (std::bad_alloc const&) {
+      frame::note_allocation_failure();
       return nullptr;  // no room to remember the positions: nothing changed
     }
   }

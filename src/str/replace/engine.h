@@ -36,7 +36,8 @@ struct Run {
 };
 
 // Replaces every accepted occurrence; NULL when a growing replacement would
-// pass `size` (the earlier ones stay replaced).
+// pass `size` (the earlier ones stay replaced), and NULL with nothing
+// changed when memory is short for the run.
 char* replace_all(Run const& run);
 
 // Replaces the one occurrence at `at` (a position in `run.string`): the size

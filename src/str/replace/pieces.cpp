@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "chars/setdef.h"
+#include "frame/memory.h"
 #include "str/expand.h"
 #include "str/replace/engine.h"
 #include "str/report.h"
@@ -39,7 +40,7 @@ char* copy_replacing(char* dest, char const* src, char c, char const* s) {
 
 }  // namespace
 
-char* _zstrNby0replace(char* string, char* s1) {
+char* _zstrNby0replace(char* string, char* s1) noexcept {
   if (s1 == nullptr) {
     warn(msg::kBy0ReplaceNullS1);
     return nullptr;
@@ -50,7 +51,7 @@ char* _zstrNby0replace(char* string, char* s1) {
   return replace::replace_all(run);
 }
 
-char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s) {
+char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s) noexcept {
   if (dest == nullptr) {
     warn(msg::kCpyNreplaceNullDest);
     return nullptr;
@@ -62,7 +63,7 @@ char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s) {
   return copy_replacing(dest, src, c, s != nullptr ? s : "");
 }
 
-char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) {
+char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) noexcept {
   if (dest == nullptr || src == nullptr || dest != src) {
     return _zstrcpyNreplace(dest, static_cast<char const*>(src), c, s);
   }
@@ -82,7 +83,7 @@ char* _zstrcpyNreplace(char* dest, char* src, char c, char const* s) {
   return dest;
 }
 
-char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int keep_s2) {
+char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int keep_s2) noexcept {
   if (string == nullptr || *string == '\0') return string;
   if (s1 == nullptr || *s1 == '\0') {
     warn(msg::kCleanBadS1);
@@ -95,6 +96,7 @@ char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int 
   std::size_t const length = std::strlen(string);
   std::size_t const len1 = std::strlen(s1), len2 = std::strlen(s2);
   search::SearchState opening, closing;
+  // Exact searches need no memory to be prepared.
   search::prepare(opening, s1, static_cast<std::uint32_t>(len1));
   search::prepare(closing, s2, static_cast<std::uint32_t>(len2));
   // The spans are found in the original text and cut by compaction; the
@@ -119,6 +121,7 @@ char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int 
         shifts.push_back(static_cast<std::uint32_t>(cut_to - cut_from));
       } catch (std::bad_alloc const&) {
         // The text stays right; only the bytes behind its end may differ.
+        zelstr::frame::note_allocation_failure();
       }
     }
   }
@@ -128,7 +131,7 @@ char* _zstrclean(char* string, char const* s1, char const* s2, int keep_s1, int 
   return string;
 }
 
-char* _zstrlonesomize(char* string, int n, char const* set, int* lonesome) {
+char* _zstrlonesomize(char* string, int n, char const* set, int* lonesome) noexcept {
   if (lonesome != nullptr) *lonesome = 0;
   if (string == nullptr || *string == '\0' || n == 1 || n < 0) return string;
   if (set == nullptr || *set == '\0') return string;
@@ -157,7 +160,7 @@ char* _zstrlonesomize(char* string, int n, char const* set, int* lonesome) {
   return string;
 }
 
-char* _zstrlonesomize(char* string, int n, char c, int* lonesome) {
+char* _zstrlonesomize(char* string, int n, char c, int* lonesome) noexcept {
   if (c == '\0') {
     if (lonesome != nullptr) *lonesome = 0;
     return string;

@@ -1,8 +1,8 @@
 // purge.cpp - _zstrpurge: removes nested spans, working in a buffer of its
 // own that lives between calls.
 #include <cstring>
-#include <new>
 
+#include "frame/memory.h"
 #include "frame/module.h"
 #include "str/report.h"
 #include "zelstr/replace.h"
@@ -18,7 +18,7 @@ std::size_t g_capacity = 0;
 
 bool reserve(std::size_t size) {
   if (size <= g_capacity) return true;
-  char* const bigger = new (std::nothrow) char[size];
+  char* const bigger = zelstr::frame::new_array<char>(size);
   if (bigger == nullptr) return false;
   delete[] g_buffer;
   g_buffer = bigger;
@@ -81,7 +81,7 @@ ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep
 
 }  // namespace
 
-char* _zstrpurge(char* string, char* s1, char* s2, int flag) {
+char* _zstrpurge(char* string, char* s1, char* s2, int flag) noexcept {
   if (string == nullptr && s1 == nullptr && s2 == nullptr && flag == 0) {
     release();
     return nullptr;

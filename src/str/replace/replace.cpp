@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "chars/setdef.h"
+#include "frame/memory.h"
 #include "str/replace/engine.h"
 #include "str/replace/through_map.h"
 #include "str/report.h"
@@ -77,8 +78,10 @@ char* replace_first(char* string, char const* s1, char const* s2, unsigned long 
   if (!prepare_run(string, s1, s2, size, !ignore_case, run, &result)) return result;
   run.length = std::strlen(string);
   if (run.length < run.len1) return string;
+  zelstr::frame::FailureWatch const watch;
   char* const at = ignore_case ? _zstristr(string, s1) : _zstrstr(string, s1);
-  return at != nullptr ? replace::replace_one(run, at) : string;
+  if (at == nullptr) return watch.failed() ? nullptr : string;  // no memory for the search
+  return replace::replace_one(run, at);
 }
 
 }  // namespace
@@ -92,43 +95,46 @@ char* replace_every_through(unsigned char const* map, char* string, char const* 
 
 }  // namespace zelstr::str::replace
 
-char* _zstrNreplace(char* string, char const* s1, char const* s2, unsigned long size) {
+char* _zstrNreplace(char* string, char const* s1, char const* s2, unsigned long size) noexcept {
   return replace_every(string, s1, s2, size, nullptr, Variant{false, false, true});
 }
-char* _zstriNreplace(char* string, char const* s1, char const* s2, unsigned long size) {
+char* _zstriNreplace(char* string, char const* s1, char const* s2, unsigned long size) noexcept {
   return replace_every(string, s1, s2, size, nullptr, Variant{true, false, false});
 }
 char* _zstrNreplaceEx(char* string, char const* s1, char const* s2, unsigned long size,
-                      char const* delimiters) {
+                      char const* delimiters) noexcept {
   return replace_every(string, s1, s2, size, delimiters, Variant{false, true, true});
 }
 char* _zstriNreplaceEx(char* string, char const* s1, char const* s2, unsigned long size,
-                       char const* delimiters) {
+                       char const* delimiters) noexcept {
   return replace_every(string, s1, s2, size, delimiters, Variant{true, true, false});
 }
 
-char* _zstr1replace(char* string, char const* s1, char const* s2, unsigned long size) {
+char* _zstr1replace(char* string, char const* s1, char const* s2, unsigned long size) noexcept {
   return replace_first(string, s1, s2, size, false);
 }
-char* _zstri1replace(char* string, char const* s1, char const* s2, unsigned long size) {
+char* _zstri1replace(char* string, char const* s1, char const* s2, unsigned long size) noexcept {
   return replace_first(string, s1, s2, size, true);
 }
 
-char* _zstrr1replace(char* string, char const* s1, char const* s2, unsigned long size) {
+char* _zstrr1replace(char* string, char const* s1, char const* s2, unsigned long size) noexcept {
   Run run;
   char* result;
   if (!prepare_run(string, s1, s2, size, true, run, &result)) return result;
   run.length = std::strlen(string);
   if (run.length < run.len1) return string;
+  zelstr::frame::FailureWatch const watch;
   char* const at = run.len1 == 1 ? std::strrchr(string, s1[0]) : _zstrrstr(string, s1);
-  return at != nullptr ? replace::replace_one(run, at) : string;
+  if (at == nullptr) return watch.failed() ? nullptr : string;  // no memory for the search
+  return replace::replace_one(run, at);
 }
 
-char* _zstrmultireplace(char* string, zstr_couple* couples, unsigned long size) {
+char* _zstrmultireplace(char* string, zstr_couple* couples, unsigned long size) noexcept {
   return _zstrmultireplace1(string, couples, size, nullptr);
 }
 
-char* _zstrmultireplace1(char* string, zstr_couple* couples, unsigned long size, char* delimiters) {
+char* _zstrmultireplace1(char* string, zstr_couple* couples, unsigned long size,
+                         char* delimiters) noexcept {
   if (string == nullptr || couples == nullptr) return string;
   for (zstr_couple const* c = couples; c->s1 != nullptr || c->s2 != nullptr; ++c) {
     string = _zstrNreplaceEx(string, c->s1, c->s2, size, delimiters);

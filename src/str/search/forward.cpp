@@ -45,7 +45,8 @@ char const* forward_search(char const* s1, char const* s2, SearchState& st, char
       return nullptr;
     }
     st.pattern_length = static_cast<std::int32_t>(m);
-    if (m != 0) prepare(st, s2, static_cast<std::uint32_t>(m));
+    // Without memory to prepare the pattern nothing is found.
+    if (m != 0 && !prepare(st, s2, static_cast<std::uint32_t>(m))) return nullptr;
   }
   if (st.pattern_length < 0) {
     warn(msg::kStrstrString2TooLong);

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "chars/upper_fold.h"
+#include "frame/memory.h"
 
 namespace zelstr::str::search {
 
@@ -186,23 +187,52 @@ char const* boyer_moore(char const* from, char const* pattern, SearchState const
 SearchState& case_sensitive_state() { return g_case_sensitive; }
 SearchState& case_insensitive_state() { return g_case_insensitive; }
 
-void prepare(SearchState& st, char const* pattern, std::uint32_t m) {
-  st.pattern_length = static_cast<std::int32_t>(m);
+FoldedPattern::FoldedPattern(FoldedPattern&& other) noexcept
+    : m_heap(other.m_heap), m_capacity(other.m_capacity) {
+  std::memcpy(m_inline, other.m_inline, sizeof m_inline);
+  other.m_heap = nullptr;
+  other.m_capacity = 0;
+}
+
+bool FoldedPattern::resize(std::size_t n) noexcept {
+  if (n <= kInline) {
+    delete[] m_heap;
+    m_heap = nullptr;
+    m_capacity = 0;
+  } else if (n > m_capacity) {
+    char* const bigger = frame::new_array<char>(n + 1);
+    if (bigger == nullptr) return false;
+    delete[] m_heap;
+    m_heap = bigger;
+    m_capacity = n;
+  }
+  data()[n] = '\0';
+  return true;
+}
+
+bool prepare(SearchState& st, char const* pattern, std::uint32_t m) noexcept {
   st.skip_ready = false;
-  st.plan.length = m;
   st.plan.fold = nullptr;
   chars::UpperFold const* const fold =
       st.ignore_case && st.map == nullptr ? &chars::upper_fold() : nullptr;
   unsigned char const* const table = st.map != nullptr ? st.map : fold ? fold->upper : nullptr;
+  if (table != nullptr && !st.folded.resize(m)) {
+    st.pattern_length = 0;
+    st.plan.length = 0;
+    return false;
+  }
+  st.pattern_length = static_cast<std::int32_t>(m);
+  st.plan.length = m;
   if (table != nullptr) {
     std::memcpy(st.upper, table, sizeof st.upper);
-    st.folded.resize(m);
+    char* const folded = st.folded.data();
     for (std::uint32_t i = 0; i < m; ++i) {
-      st.folded[i] = static_cast<char>(st.upper[static_cast<unsigned char>(pattern[i])]);
+      folded[i] = static_cast<char>(st.upper[static_cast<unsigned char>(pattern[i])]);
     }
     st.plan.fold = st.upper;
   }
   plan_pair(st, pattern, m, fold);
+  return true;
 }
 
 namespace {

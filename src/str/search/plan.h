@@ -10,8 +10,8 @@
 #ifndef ZELSTR_STR_SEARCH_PLAN_H
 #define ZELSTR_STR_SEARCH_PLAN_H
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace zelstr::str::search {
 
@@ -41,6 +41,30 @@ struct Visitor {
   char const* operator()(char const* match) const { return visit(context, match); }
 };
 
+// The pattern through the fold table: inside the state up to kInline bytes
+// (a name, a keyword), on the heap beyond.  No copy: a state is prepared
+// where it lives.
+class FoldedPattern {
+ public:
+  FoldedPattern() = default;
+  ~FoldedPattern() { delete[] m_heap; }
+  FoldedPattern(FoldedPattern&& other) noexcept;
+  FoldedPattern(FoldedPattern const&) = delete;
+  FoldedPattern& operator=(FoldedPattern const&) = delete;
+
+  // Room for `n` bytes and a terminator (written); false, counted, when
+  // memory is short.
+  bool resize(std::size_t n) noexcept;
+  char* data() noexcept { return m_heap != nullptr ? m_heap : m_inline; }
+  char const* c_str() const noexcept { return m_heap != nullptr ? m_heap : m_inline; }
+
+ private:
+  static constexpr std::size_t kInline = 64;
+  char m_inline[kInline + 1] = {};
+  char* m_heap = nullptr;
+  std::size_t m_capacity = 0;  // of m_heap
+};
+
 // One kind of search (case-sensitive or not) and its library-wide state.
 struct SearchState {
   // 1: the next search measures its pattern and prepares anew; 0: it reuses
@@ -55,7 +79,7 @@ struct SearchState {
   std::int32_t skip[256] = {};
   bool skip_ready = false;
   Plan plan;
-  std::string folded;             // the pattern through the fold table
+  FoldedPattern folded;           // the pattern through the fold table
   unsigned char upper[256] = {};  // the fold table as it was when the pattern was
                                   // prepared: toupper, or the map
   bool ignore_case = false;
@@ -72,8 +96,11 @@ struct SearchState {
 SearchState& case_sensitive_state();
 SearchState& case_insensitive_state();
 
-// Measures nothing: prepares `state` for `pattern` of length `m` >= 1.
-void prepare(SearchState& state, char const* pattern, std::uint32_t m);
+// Measures nothing: prepares `state` for `pattern` of length `m` >= 1.  False
+// when memory is short for the folded pattern (counted): the state is then
+// left for a pattern of length 0, which the callers never search, and
+// they give their failure value.
+bool prepare(SearchState& state, char const* pattern, std::uint32_t m) noexcept;
 
 // The first occurrence of the prepared pattern (`pattern` as given to
 // prepare) in `text`, measuring the text on the way where it can.

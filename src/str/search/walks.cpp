@@ -41,23 +41,24 @@ int count_occurrences(char const* text, char const* pattern, SearchState& state)
 
 namespace {
 
-// A state for `pattern` through `map`, prepared.
-SearchState& prepared(SearchState& state, char const* pattern, unsigned char const* map) {
+// Prepares `state` for `pattern` through `map`; false without memory.
+bool prepared(SearchState& state, char const* pattern, unsigned char const* map) {
   state.map = map;
-  prepare(state, pattern, static_cast<std::uint32_t>(std::strlen(pattern)));
-  return state;
+  return prepare(state, pattern, static_cast<std::uint32_t>(std::strlen(pattern)));
 }
 
 }  // namespace
 
 char const* last_occurrence(char const* text, char const* pattern, unsigned char const* map) {
   SearchState state;
-  return last_occurrence(text, pattern, prepared(state, pattern, map));
+  if (!prepared(state, pattern, map)) return nullptr;
+  return last_occurrence(text, pattern, state);
 }
 
 int count_occurrences(char const* text, char const* pattern, unsigned char const* map) {
   SearchState state;
-  return count_occurrences(text, pattern, prepared(state, pattern, map));
+  if (!prepared(state, pattern, map)) return -1;
+  return count_occurrences(text, pattern, state);
 }
 
 std::size_t count_bytes(char const* text, char c, unsigned char const* fold) {

@@ -20,6 +20,7 @@ int count_occurrences(char const* text, char const* pattern, SearchState& state)
 
 // The same for `pattern` (not empty) compared through `map` (a 256-byte
 // table; NULL: the bytes themselves), on a search state of the call's own.
+// Without memory to prepare the pattern: NULL, and -1 for the count.
 char const* last_occurrence(char const* text, char const* pattern, unsigned char const* map);
 int count_occurrences(char const* text, char const* pattern, unsigned char const* map);
 
