@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "regex/match_outcome.h"
 #include "regex/matcher.h"
-#include "regex/record.h"
 #include "require.h"
 #include "zelstr/regex.h"
 
@@ -19,24 +19,7 @@ namespace {
 
 using zelstr::regex::Strategy;
 
-std::vector<long> outcome(Strategy strategy, Tcl_RegExp_* re, std::string const& subject,
-                          std::size_t from) {
-  // Ranges a match leaves alone show as -2.
-  char const* const untouched = "untouched";
-  for (int g = 0; g < re->groups_plus_one; ++g) re->startp[g] = re->endp[g] = untouched;
-  zelstr::regex::set_strategy(strategy);
-  char const* const s = subject.c_str();
-  std::vector<long> out{Tcl_RegExpExec(nullptr, re, s + from, s)};
-  zelstr::regex::set_strategy(Strategy::kAuto);
-  auto const offset = [&](char const* p) {
-    return p == untouched ? -2 : p == nullptr ? -1 : p - s;
-  };
-  for (int g = 0; g <= Tcl_GetGroupsCount(re); ++g) {
-    out.push_back(offset(re->startp[g]));
-    out.push_back(offset(re->endp[g]));
-  }
-  return out;
-}
+using zelstr::test::match_outcome;
 
 }  // namespace
 
@@ -51,9 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   for (int i = 0; i < 3 && in.remaining_bytes() > 0; ++i) {
     std::string const subject = in.ConsumeRandomLengthString(4096);
     std::size_t const from = in.ConsumeIntegralInRange<std::size_t>(0, subject.size());
-    std::vector<long> const automata = outcome(Strategy::kAuto, re, subject, from);
-    require(outcome(Strategy::kPike, re, subject, from) == automata);
-    std::vector<long> const walk = outcome(Strategy::kWalk, re, subject, from);
+    std::vector<long> const automata = match_outcome(Strategy::kAuto, re, subject, from);
+    require(match_outcome(Strategy::kPike, re, subject, from) == automata);
+    std::vector<long> const walk = match_outcome(Strategy::kWalk, re, subject, from);
     require(walk[0] == zelstr::regex::kWalkGaveUp || walk == automata);
   }
   zelstr::regex::set_strategy(Strategy::kAuto);

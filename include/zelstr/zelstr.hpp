@@ -76,6 +76,17 @@ class Terminated {
   char const* m_text;
 };
 
+// The offset in `text` of what `search(text, pattern)` finds, both as
+// zero-terminated strings, or nullopt when it finds nothing.
+template <class Search>
+std::optional<std::size_t> first_offset(std::string_view text, std::string_view pattern,
+                                        Search search) {
+  Terminated const t(text);
+  char const* const at = search(t.get(), Terminated(pattern).get());
+  if (at == nullptr) return std::nullopt;
+  return static_cast<std::size_t>(at - t.get());
+}
+
 }  // namespace detail
 
 // The map of `definition`: nullopt when the library refuses it (a warning
@@ -112,23 +123,17 @@ inline int icompare(std::string_view a, std::string_view b) {
 // `ifind` ignores the case of ASCII letters, the map form compares through
 // `map`.
 inline std::optional<std::size_t> find(std::string_view text, std::string_view pattern) {
-  detail::Terminated const t(text);
-  char const* const at = _zstrstr(t.get(), detail::Terminated(pattern).get());
-  if (at == nullptr) return std::nullopt;
-  return static_cast<std::size_t>(at - t.get());
+  return detail::first_offset(text, pattern,
+                              [](char const* t, char const* p) { return _zstrstr(t, p); });
 }
 inline std::optional<std::size_t> ifind(std::string_view text, std::string_view pattern) {
-  detail::Terminated const t(text);
-  char const* const at = _zstristr(t.get(), detail::Terminated(pattern).get());
-  if (at == nullptr) return std::nullopt;
-  return static_cast<std::size_t>(at - t.get());
+  return detail::first_offset(text, pattern,
+                              [](char const* t, char const* p) { return _zstristr(t, p); });
 }
 inline std::optional<std::size_t> find(Map const& map, std::string_view text,
                                        std::string_view pattern) {
-  detail::Terminated const t(text);
-  char const* const at = _zmapstrstr(map.get(), t.get(), detail::Terminated(pattern).get());
-  if (at == nullptr) return std::nullopt;
-  return static_cast<std::size_t>(at - t.get());
+  return detail::first_offset(
+      text, pattern, [&map](char const* t, char const* p) { return _zmapstrstr(map.get(), t, p); });
 }
 
 // ---- new strings --------------------------------------------------------------

@@ -14,7 +14,6 @@
 #include <cstring>
 #include <new>
 
-#include "frame/memory.h"
 #include "frame/messages.h"
 #include "regex/automata.h"
 #include "regex/brackets.h"
@@ -356,8 +355,7 @@ bool guard_intact(unsigned char const* buffer) {
 Tcl_RegExp_* compile(char const* pattern, char const* attached) {
   unsigned char* const buffer = work_buffer();
   if (buffer == nullptr) {
-    zelstr::frame::note_allocation_failure();
-    set_error(msg::kReOutOfSpace);
+    set_out_of_space();
     return nullptr;
   }
   std::memset(buffer + kWorkBufferSize - kGuardSize, 0xFF, kGuardSize);
@@ -376,8 +374,7 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
   std::size_t const bytes = offsetof(Tcl_RegExp_, program) + compiler.size();
   auto* const re = static_cast<Tcl_RegExp_*>(std::malloc(bytes));
   if (re == nullptr) {
-    zelstr::frame::note_allocation_failure();
-    set_error(msg::kReOutOfSpace);
+    set_out_of_space();
     return nullptr;
   }
   std::memset(re, 0, offsetof(Tcl_RegExp_, program));
@@ -394,8 +391,7 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
     re->automata = nfa != nullptr ? new Automata(std::move(nfa)) : nullptr;
   } catch (std::bad_alloc const&) {
     std::free(re);
-    zelstr::frame::note_allocation_failure();
-    set_error(msg::kReOutOfSpace);
+    set_out_of_space();
     return nullptr;
   }
   return re;

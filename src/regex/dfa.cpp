@@ -5,6 +5,7 @@
 #include <cstring>
 #include <map>
 
+#include "regex/hints.h"
 #include "regex/nfa.h"
 #include "regex/program.h"
 #include "regex/record.h"
@@ -57,18 +58,20 @@ void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& lon
 Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     : m_nfa(nfa), m_re(re), m_direction(direction), m_mark(nfa.size(), 0) {
   m_search_start = re->anchored ? nfa.start() : nfa.search_start();
-  int first_count = 0;
-  for (int b = 0; b < 256; ++b) {
-    m_first[b] = re->first_bytes.has(static_cast<unsigned char>(b));
-    first_count += m_first[b];
-    if (b != 0 && m_first[b]) m_first_list += static_cast<char>(b);
-  }
-  // A short list without the terminator is searched for by the C library.
-  if (m_first[0] || first_count > kShortFirstList) m_first_list.clear();
   if (direction == Direction::kForward) {
+    int first_count = 0;
+    for (int b = 0; b < 256; ++b) {
+      if (!re->first_bytes.has(static_cast<unsigned char>(b))) continue;
+      ++first_count;
+      if (b != 0) m_first_list += static_cast<char>(b);
+    }
+    // A short list without the terminator is searched for by the C library.
+    if (re->first_bytes.has(0) || first_count > kShortFirstList) m_first_list.clear();
     chain_literals(re, m_prefix, m_required);
     if (m_prefix.size() < 2) m_prefix.clear();
-    if (m_required == m_prefix) m_required.clear();
+    // The prefix is found by the jumps, and a literal the hints require is
+    // looked for before the automata run: no second search for either.
+    if (m_required == m_prefix || re->must != nullptr) m_required.clear();
     m_can_skip = !re->anchored && re->first_bytes_known &&
                  (first_count <= kMostFirstBytes || !m_prefix.empty());
   }
@@ -311,7 +314,7 @@ bool Dfa::matches_at_end(StateId state, bool at_start) {
 // Forward, from a state with nothing under way at `p`: the next position
 // where a match can start, or NULL when none can.
 // `any_first` tells whether a byte a match can begin with was met at all.
-char const* Dfa::skip(char const* p, bool& any_first) const {
+char const* Dfa::skip(char const* subject, char const* p, bool& any_first) const {
   if (!m_prefix.empty()) {
     // The prefix's first byte found by the C library, the rest compared.
     any_first = false;
@@ -325,14 +328,11 @@ char const* Dfa::skip(char const* p, bool& any_first) const {
       }
     }
   }
-  if (m_re->start_char != '\0') {
-    p = std::strchr(p, m_re->start_char);
-  } else if (!m_first_list.empty()) {
+  if (!m_first_list.empty()) {
     p += std::strcspn(p, m_first_list.c_str());  // the C library's vector search
     if (*p == '\0') p = nullptr;
   } else {
-    while (*p != '\0' && !m_first[static_cast<unsigned char>(*p)]) ++p;
-    if (*p == '\0' && !m_first[0]) p = nullptr;
+    p = next_start(m_re, subject, p);
   }
   any_first = p != nullptr;
   return p;
@@ -365,7 +365,7 @@ char const* Dfa::match_end(char const* subject, char const* from, Starts& starts
     if (link & kIdle) {
       bool any_first;
       char const* const skipped_from = p;
-      p = skip(p, any_first);
+      p = skip(subject, p, any_first);
       if (skipped_from == from) starts = any_first ? Starts::kSome : Starts::kNone;
       if (p == nullptr) return end;
     }
@@ -373,7 +373,7 @@ char const* Dfa::match_end(char const* subject, char const* from, Starts& starts
     Link next;
     for (;;) {
       next = table[(link >> 3) + m_class[static_cast<unsigned char>(*p)]];
-      if ((next & (kLinkFlags | std::int32_t{-0x7fffffff - 1})) != 0) break;  // flagged or unknown
+      if ((next & kSlowLink) != 0) break;
       link = next;
       ++p;
     }
@@ -404,7 +404,7 @@ char const* Dfa::match_start(char const* subject, char const* from, char const* 
     Link next = -1;
     while (q > fast_end) {
       next = table[(link >> 3) + m_class[static_cast<unsigned char>(q[-1])]];
-      if ((next & (kLinkFlags | std::int32_t{-0x7fffffff - 1})) != 0) break;
+      if ((next & kSlowLink) != 0) break;
       link = next;
       --q;
     }

@@ -77,6 +77,9 @@ class Dfa {
     kMatchAtEnd = 16,
   };
   static constexpr int kLinkFlags = 7;
+  // A link the search loop leaves to its slow path: flagged, or not made
+  // yet (negative).
+  static constexpr std::int32_t kSlowLink = kLinkFlags | std::int32_t{-0x7fffffff - 1};
   // A transition: the target state's first table entry, shifted, with its
   // flags; negative when not made yet.
   using Link = std::int32_t;
@@ -95,7 +98,7 @@ class Dfa {
                              (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
   }
   StateId state_of(Link link) const { return (link >> 3) / m_classes; }
-  char const* skip(char const* p, bool& any_first) const;
+  char const* skip(char const* subject, char const* p, bool& any_first) const;
   bool holds_required(char const* p) const;
   bool matches_at_end(StateId state, bool at_start);
   void close(Seeds const& seeds, std::vector<std::uint32_t>& leaves);
@@ -125,8 +128,8 @@ class Dfa {
   std::vector<std::uint8_t> m_flags;
   std::vector<Link> m_next;
   // Forward: what lets a search jump over text where no match can be.
-  bool m_first[256] = {};    // the bytes a match can start with
-  std::string m_first_list;  // the same as a list, when short and without the terminator
+  std::string m_first_list;  // the bytes a match can start with, when few and without the
+                             // terminator
   bool m_can_skip = false;
   bool m_tests_start = false;  // the program holds a caret
   std::string m_prefix;        // a literal every match begins with (2 bytes or more), or ""

@@ -72,6 +72,16 @@ void set_follow_sets(Tcl_RegExp_* re) {
 
 }  // namespace
 
+char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p) {
+  if (re->anchored) return p == subject ? p : nullptr;
+  if (re->start_char != '\0') return std::strchr(p, re->start_char);
+  if (!re->first_bytes_known) return p;
+  for (;; ++p) {
+    if (re->first_bytes.has(static_cast<unsigned char>(*p))) return p;
+    if (*p == '\0') return nullptr;
+  }
+}
+
 void set_hints(Tcl_RegExp_* re, bool starts_optional) {
   re->start_char = 0;
   re->anchored = false;

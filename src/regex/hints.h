@@ -16,6 +16,14 @@ namespace zelstr::regex {
 // when the program tells.
 void set_hints(Tcl_RegExp_* re, bool starts_optional);
 
+// The first position at or after `p` where a match may start, by the
+// hints: the subject's start only for an anchored expression, the next
+// required first character, the next byte of the first-byte set (the
+// terminator included when a match can start there), or `p` itself when
+// the hints tell nothing; NULL when there is none.  Every matcher tries,
+// or jumps to, exactly these positions.
+char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p);
+
 }  // namespace zelstr::regex
 
 #endif  // ZELSTR_REGEX_HINTS_H

@@ -3,37 +3,16 @@
 #include "regex/linear.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "regex/automata.h"
+#include "regex/hints.h"
 #include "regex/nfa.h"
 #include "regex/program.h"
 #include "regex/record.h"
 
 namespace zelstr::regex {
 namespace {
-
-// The positions a match may start at, by the expression's hints.
-class Starts {
- public:
-  Starts(Tcl_RegExp_ const* re, char const* subject) : m_re(re), m_subject(subject) {}
-
-  // The first candidate at or after `p`, or NULL.
-  char const* first_from(char const* p) const {
-    if (m_re->anchored) return p == m_subject ? p : nullptr;
-    if (m_re->start_char != '\0') return std::strchr(p, m_re->start_char);
-    if (!m_re->first_bytes_known) return p;
-    for (;; ++p) {
-      if (m_re->first_bytes.has(static_cast<unsigned char>(*p))) return p;
-      if (*p == '\0') return nullptr;
-    }
-  }
-
- private:
-  Tcl_RegExp_ const* m_re;
-  char const* m_subject;
-};
 
 // The states reached at one position, in the order of preference, each
 // with the slots its way has recorded.
@@ -71,15 +50,15 @@ class Machine {
         m_lists{StateList(nfa.size(), slots), StateList(nfa.size(), slots)},
         m_work(static_cast<std::size_t>(slots)) {}
 
-  // The match that starts at or after `from` (at a candidate of `starts`;
-  // only at `from` when `starts` is NULL) and ends anywhere, or only at
-  // `only_end`: true with its slots in `out`.
-  bool run(char const* from, Starts const* starts, char const* only_end, char const** out) {
+  // The match that starts at or after `from` (where the hints of `hints`
+  // let one start; only at `from` when `hints` is NULL) and ends anywhere,
+  // or only at `only_end`: true with its slots in `out`.
+  bool run(char const* from, Tcl_RegExp_ const* hints, char const* only_end, char const** out) {
     StateList* now = &m_lists[0];
     StateList* next = &m_lists[1];
     now->clear();
     bool matched = false;
-    char const* candidate = starts == nullptr ? from : starts->first_from(from);
+    char const* candidate = hints == nullptr ? from : next_start(hints, m_subject, from);
     for (char const* p = from; candidate != nullptr || !now->empty(); ++p) {
       if (now->empty() && !matched) p = candidate;  // nothing under way: skip to the next start
       if (now->empty() && matched) break;
@@ -88,7 +67,7 @@ class Machine {
         std::fill(m_work.begin(), m_work.end(), nullptr);
         m_work[0] = p;
         add(*now, m_nfa.start(), p);
-        candidate = starts == nullptr || c == 0 ? nullptr : starts->first_from(p + 1);
+        candidate = hints == nullptr || c == 0 ? nullptr : next_start(hints, m_subject, p + 1);
       }
       next->clear();
       for (std::uint32_t i = 0; i < now->size(); ++i) {
@@ -306,9 +285,8 @@ void clear_ranges(Tcl_RegExp_* re) {
 // failed one puts back what it changed), untouched when it tried none.
 int no_match(Tcl_RegExp_* re, char const* subject, char const* from,
              Dfa::Starts known = Dfa::Starts::kUnknown) {
-  bool const tried = known == Dfa::Starts::kUnknown
-                         ? Starts(re, subject).first_from(from) != nullptr
-                         : known == Dfa::Starts::kSome;
+  bool const tried = known == Dfa::Starts::kUnknown ? next_start(re, subject, from) != nullptr
+                                                    : known == Dfa::Starts::kSome;
   if (tried) clear_ranges(re);
   return 0;
 }
@@ -328,9 +306,8 @@ int automata_match(Tcl_RegExp_* re, Automata& automata, char const* subject, cha
 }
 
 int linear_match(Tcl_RegExp_* re, Nfa const& nfa, char const* subject, char const* from) {
-  Starts const starts(re, subject);
   char const* where[2] = {nullptr, nullptr};
-  if (!Machine(nfa, subject, 2).run(from, &starts, nullptr, where)) {
+  if (!Machine(nfa, subject, 2).run(from, re, nullptr, where)) {
     return no_match(re, subject, from);
   }
   re->startp[0] = where[0];

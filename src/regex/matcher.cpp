@@ -16,9 +16,9 @@
 #include <new>
 #include <vector>
 
-#include "frame/memory.h"
 #include "frame/messages.h"
 #include "regex/automata.h"
+#include "regex/hints.h"
 #include "regex/linear.h"
 #include "regex/program.h"
 #include "regex/record.h"
@@ -287,22 +287,12 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
 [[gnu::noinline]] int walk_from(Tcl_RegExp_* re, char const* subject, char const* from) {
   KeptStack stack;
   Run run(re, subject, stack.get());
-  if (re->anchored) return from == subject ? run.try_at(subject) : 0;
-  if (re->start_char != '\0') {
-    for (char const* s = std::strchr(from, re->start_char); s != nullptr;
-         s = std::strchr(s + 1, re->start_char)) {
-      int const r = run.try_at(s);
-      if (r != 0) return r;
-    }
-    return 0;
+  for (char const* s = next_start(re, subject, from); s != nullptr;
+       s = *s == '\0' ? nullptr : next_start(re, subject, s + 1)) {
+    int const r = run.try_at(s);
+    if (r != 0) return r;
   }
-  for (char const* s = from;; ++s) {
-    if (!re->first_bytes_known || re->first_bytes.has(static_cast<unsigned char>(*s))) {
-      int const r = run.try_at(s);
-      if (r != 0) return r;
-    }
-    if (*s == '\0') return 0;
-  }
+  return 0;
 }
 
 Strategy g_strategy = Strategy::kAuto;
@@ -320,9 +310,8 @@ int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
     if (g_strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
     return automata_match(re, *automata, subject, from);
   } catch (std::bad_alloc const&) {
-    zelstr::frame::note_allocation_failure();
     if (re->automata != nullptr) re->automata->forget();
-    set_error(msg::kReOutOfSpace);
+    set_out_of_space();
     return -1;
   }
 }

@@ -3,6 +3,9 @@
 
 #include <cstdio>
 
+#include "frame/memory.h"
+#include "frame/messages.h"
+
 namespace zelstr::regex {
 namespace {
 
@@ -14,6 +17,11 @@ int g_backslashes = 0;
 
 char const* error_text() { return g_error; }
 void set_error(char const* text) { g_error = text; }
+
+void set_out_of_space() {
+  frame::note_allocation_failure();
+  g_error = frame::msg::kReOutOfSpace;
+}
 
 void set_name_error(int buffer, char const* format, char letter, int group) {
   std::snprintf(g_name_errors[buffer], sizeof g_name_errors[buffer], format, '@', letter, group);

@@ -10,6 +10,9 @@ namespace zelstr::regex {
 char const* error_text();
 void set_error(char const* text);
 inline void clear_error() { set_error(nullptr); }
+// Memory ran short: the failure is counted with the library's others and
+// "Out of space ..." becomes the error text.
+void set_out_of_space();
 
 // Formats a sub-match naming error into buffer 0 (prefix form) or 1
 // (suffix form) and makes it the error text.

@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "errsvc/errsvc.h"
 #include "tool/out_of_memory.h"
@@ -35,29 +36,22 @@ void receive_warning(errsvc::Record const& r) {
   }
 }
 
+// The command's option named `name`, or NULL.
+Option const* find_option(Command const& command, std::string_view name) {
+  for (Option const& o : command.options) {
+    if (name == o.name) return &o;
+  }
+  return nullptr;
+}
+
 // "--name=value" given to a flag: CLI11 would take the value as the flag's
 // count, so such a word is refused before it sees it.
 Option const* flag_with_value(Command const& command, char const* word) {
   char const* const equals = std::strchr(word, '=');
   if (word[0] != '-' || word[1] != '-' || equals == nullptr) return nullptr;
-  auto const length = static_cast<std::size_t>(equals - word);
-  for (Option const& o : command.options) {
-    if (o.value == nullptr && std::strlen(o.name) == length &&
-        std::strncmp(o.name, word, length) == 0) {
-      return &o;
-    }
-  }
-  return nullptr;
-}
-
-// The option CLI11 names at the start of its message ("-g: 1 required TEXT
-// missing").
-Option const* option_named_in(Command const& command, std::string const& message) {
-  std::string const name = message.substr(0, message.find(':'));
-  for (Option const& o : command.options) {
-    if (name == o.name) return &o;
-  }
-  return nullptr;
+  Option const* const o =
+      find_option(command, std::string_view(word, static_cast<std::size_t>(equals - word)));
+  return o != nullptr && o->value == nullptr ? o : nullptr;
 }
 
 // "--name=": an empty value, which CLI11 would take from the next word.
@@ -115,7 +109,9 @@ Invocation::Invocation(Command const& command, std::span<char* const> args) : m_
   try {
     app.parse(words);
   } catch (CLI::ParseError const& e) {
-    Option const* const o = option_named_in(command, e.what());
+    // CLI11 names the option first: "-g: 1 required TEXT missing".
+    std::string_view const message = e.what();
+    Option const* const o = find_option(command, message.substr(0, message.find(':')));
     if (o != nullptr && o->value != nullptr) {
       usage_error("option '%s' needs a value (%s)", o->name, o->value);
     } else {

@@ -3,13 +3,10 @@
 
 #include <atomic>
 #include <cstdio>
-#include <cstring>
 #include <new>
 
 #include "errsvc/errsvc.h"
-#include "frame/messages.h"
 #include "zelstr/alloc.h"
-#include "zelstr/regex.h"
 
 namespace zelstr::tool {
 namespace {
@@ -26,11 +23,6 @@ std::atomic<bool> g_reported{false};
   throw std::bad_alloc();
 }
 
-bool regex_out_of_space() noexcept {
-  char const* const error = Tcl_GetRegError();
-  return error != nullptr && std::strcmp(error, frame::msg::kReOutOfSpace) == 0;
-}
-
 }  // namespace
 
 void watch_memory() noexcept { std::set_new_handler(on_refused_new); }
@@ -38,8 +30,7 @@ void watch_memory() noexcept { std::set_new_handler(on_refused_new); }
 void note_out_of_memory() noexcept { g_ran_out = true; }
 
 bool memory_ran_out() noexcept {
-  return g_ran_out || zelstr::allocation_failures() != 0 || errsvc::null_record_count() != 0 ||
-         regex_out_of_space();
+  return g_ran_out || zelstr::allocation_failures() != 0 || errsvc::null_record_count() != 0;
 }
 
 void report_out_of_memory() noexcept {

@@ -20,9 +20,9 @@ void watch_memory() noexcept;
 // lack of memory, a std::bad_alloc caught).
 void note_out_of_memory() noexcept;
 
-// True once an allocation failed anywhere: in the tool, in the library
-// (its count of failures, a warning record the service could not keep), or
-// in the regular-expression engine (its out-of-space error).
+// True once an allocation failed anywhere: in the tool, or in the library
+// (its count of failures, the regular-expression engine's included, or a
+// warning record the service could not keep).
 bool memory_ran_out() noexcept;
 
 // Prints "zelstr: out of memory" on standard error, the first time only.

@@ -57,6 +57,22 @@ struct Kept {
 };
 Kept g_kept;
 
+// Each name through `dialect`, source form then system form (normalized
+// with `kind`), the copies released.
+std::string converted_names(CHSQL const& dialect, std::initializer_list<char const*> names,
+                            unsigned long kind) {
+  std::string shown;
+  for (char const* name : names) {
+    char* denormalized =
+        const_cast<char*>(library([&] { return dialect.GetDenormalizedId(name, 0); }));
+    char* normalized =
+        const_cast<char*>(library([&] { return dialect.GetNormalizedId(name, kind); }));
+    shown += text(denormalized) + " | " + text(normalized) + "; ";
+    library([&] { CHSQL::DeleteComponents(nullptr, &denormalized, &normalized, nullptr); });
+  }
+  return shown;
+}
+
 int const kConnection = 0;
 void const* const kKey = &kConnection;
 
@@ -501,16 +517,8 @@ std::vector<Step> sql_steps() {
        [] {
          if (g_kept.tsql == nullptr) return std::string("no object");
          CHTSQL const copy(*g_kept.tsql);
-         std::string shown;
-         for (char const* name : {"Order Details of the year", "[Order]]Details of the year]"}) {
-           char* denormalized =
-               const_cast<char*>(library([&] { return copy.GetDenormalizedId(name, 0); }));
-           char* normalized =
-               const_cast<char*>(library([&] { return copy.GetNormalizedId(name, 0); }));
-           shown += text(denormalized) + " | " + text(normalized) + "; ";
-           library([&] { CHSQL::DeleteComponents(nullptr, &denormalized, &normalized, nullptr); });
-         }
-         return shown;
+         return converted_names(copy, {"Order Details of the year", "[Order]]Details of the year]"},
+                                0);
        }},
       {"dialects", "plsql object",
        [] {
@@ -522,16 +530,8 @@ std::vector<Step> sql_steps() {
        [] {
          if (g_kept.plsql == nullptr) return std::string("no object");
          CHPLSQL const copy(*g_kept.plsql);
-         std::string shown;
-         for (char const* name : {"Mixed Case Name Here", "\"Delimited \"\"Name\"\" Here\""}) {
-           char* denormalized =
-               const_cast<char*>(library([&] { return copy.GetDenormalizedId(name, 0); }));
-           char* normalized =
-               const_cast<char*>(library([&] { return copy.GetNormalizedId(name, 1); }));
-           shown += text(denormalized) + " | " + text(normalized) + "; ";
-           library([&] { CHSQL::DeleteComponents(nullptr, &denormalized, &normalized, nullptr); });
-         }
-         return shown;
+         return converted_names(copy, {"Mixed Case Name Here", "\"Delimited \"\"Name\"\" Here\""},
+                                1);
        }},
       {"dialects", "plsql copies",
        [] {

@@ -7,40 +7,19 @@
 // the automata's cache is still matched right.
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "regex/match_outcome.h"
 #include "regex/matcher.h"
-#include "regex/record.h"
 #include "zelstr/regex.h"
 
 namespace {
 
 using zelstr::regex::Strategy;
 
-// What one match gives: the result, then each group's range as offsets
-// (-1 for a group that took no part), read from the record itself so that
-// Tcl_RegExpRange's reading of an attached text does not hide them.
-std::vector<long> outcome(Strategy strategy, Tcl_RegExp_* re, std::string const& subject,
-                          std::size_t from) {
-  // Ranges a match leaves alone show as -2.
-  char const* const untouched = "untouched";
-  for (int g = 0; g < re->groups_plus_one; ++g) re->startp[g] = re->endp[g] = untouched;
-  zelstr::regex::set_strategy(strategy);
-  char const* const s = subject.c_str();
-  std::vector<long> out{Tcl_RegExpExec(nullptr, re, s + from, s)};
-  zelstr::regex::set_strategy(Strategy::kAuto);
-  auto const offset = [&](char const* p) {
-    return p == untouched ? -2 : p == nullptr ? -1 : p - s;
-  };
-  for (int g = 0; g <= Tcl_GetGroupsCount(re); ++g) {
-    out.push_back(offset(re->startp[g]));
-    out.push_back(offset(re->endp[g]));
-  }
-  return out;
-}
+using zelstr::test::match_outcome;
 
 class Generator {
  public:
@@ -100,10 +79,10 @@ TEST(RegexLinear, EveryMatcherGivesTheWalksResults) {
     for (int i = 0; i < 4; ++i, ++compared) {
       std::string const subject = gen.subject();
       std::size_t const from = gen.pick(static_cast<unsigned>(subject.size() + 1));
-      std::vector<long> const walk = outcome(Strategy::kWalk, re, subject, from);
-      ASSERT_EQ(outcome(Strategy::kAuto, re, subject, from), walk)
+      std::vector<long> const walk = match_outcome(Strategy::kWalk, re, subject, from);
+      ASSERT_EQ(match_outcome(Strategy::kAuto, re, subject, from), walk)
           << "/" << pattern << "/ on \"" << subject << "\" from " << from;
-      ASSERT_EQ(outcome(Strategy::kPike, re, subject, from), walk)
+      ASSERT_EQ(match_outcome(Strategy::kPike, re, subject, from), walk)
           << "/" << pattern << "/ on \"" << subject << "\" from " << from;
     }
     Tcl_DeleteInterp(re);
@@ -128,9 +107,10 @@ TEST(RegexLinear, AFullCacheIsRebuiltWithoutChangingResults) {
   std::mt19937 random(7);
   std::string subject;
   for (int i = 0; i < 200000; ++i) subject += "ab"[random() % 2];
-  std::vector<long> const walk = outcome(Strategy::kPike, re, subject + "c", 0);
-  EXPECT_EQ(outcome(Strategy::kAuto, re, subject + "c", 0), walk);
-  EXPECT_EQ(outcome(Strategy::kAuto, re, subject, 0), outcome(Strategy::kPike, re, subject, 0));
+  std::vector<long> const walk = match_outcome(Strategy::kPike, re, subject + "c", 0);
+  EXPECT_EQ(match_outcome(Strategy::kAuto, re, subject + "c", 0), walk);
+  EXPECT_EQ(match_outcome(Strategy::kAuto, re, subject, 0),
+            match_outcome(Strategy::kPike, re, subject, 0));
   Tcl_DeleteInterp(re);
 }
 
