@@ -8,7 +8,12 @@
 // an allocation fails, a function returns the failure value its header
 // names (NULL, 0, FALSE, its input unchanged) or, where its header says so,
 // files the warning that goes with it; allocation_failures() below counts
-// every such failure.
+// every such failure.  The state a function keeps between calls (zelstr.h)
+// is static for the first thread that keeps any; every other thread
+// allocates its own on first use, family by family.  Without memory for it
+// the failure is counted and the call uses the static state, shared with
+// the first thread: such calls are then safe one thread at a time only, and
+// the thread tries again at its next call.
 //
 // Threads: every function here may run on several threads at once; none
 // shares library-wide state.  A CStringAlloc, with the copies that share its

@@ -4,14 +4,14 @@
 // The tables know only the 26 ASCII letters: bytes 128 to 255 are never
 // letters and always map to themselves, whatever the code page or locale.
 //
-// Memory: nothing here allocates (the ...ized copies live in the clone
-// arena, scratch.h).
+// Memory: nothing here allocates (the ...ized copies live in the calling
+// thread's clone arena, scratch.h).
 //
-// Threads: the tables are filled when the module is loaded and only read
-// afterwards, so the comparisons of CCharCaseRelatedOps and the in-place and
-// one-character casing functions may run on several threads at once.  The
-// copying ...ized functions take their results from the clone arena
-// (scratch.h), which is library-wide: call them from one thread at a time.
+// Threads: every function here may run on several threads at once: the
+// tables are filled when the module is loaded and only read afterwards.  The
+// copying ...ized functions take their results from the calling thread's
+// clone arena (scratch.h): a result stays valid until that thread's arena
+// wraps over it, or the thread ends.
 #ifndef ZELSTR_CASE_H
 #define ZELSTR_CASE_H
 
@@ -80,8 +80,8 @@ ZELSTR_API char _zstrlower(char ch) noexcept;
 ZELSTR_API char _zstrlowerASCII(char ch) noexcept;
 
 // An upper- / lower-cased copy in the clone arena (_zstrclone(s, 0)): not
-// released by the caller, valid until later clones overwrite it.  NULL gives
-// NULL without a warning.
+// released by the caller, valid until later clones of the same thread
+// overwrite it.  NULL gives NULL without a warning.
 ZELSTR_API char* _zstrupperized(char const* s) noexcept;
 ZELSTR_API char* _zstrupperizedASCII(char const* s) noexcept;
 ZELSTR_API char* _zstrlowerized(char const* s) noexcept;

@@ -5,13 +5,14 @@
 // unless stated otherwise.  Counts are unsigned 32-bit values: a wider count
 // is cut to its low 32 bits.
 //
-// Memory: nothing here allocates (_zstrgetbefore's copy lives in the clone
-// arena), but for the warning records; a record that cannot be allocated
-// changes no result (alloc.h).
+// Memory: nothing here allocates (_zstrgetbefore's copy lives in the calling
+// thread's clone arena), but for the warning records; a record that cannot
+// be allocated changes no result (alloc.h).
 //
-// Threads: every function here may run on several threads at once, except
-// _zstrgetbefore, whose result is taken from the clone arena (scratch.h),
-// which is library-wide: call it from one thread at a time.
+// Threads: every function here may run on several threads at once.
+// _zstrgetbefore takes its result from the calling thread's clone arena
+// (scratch.h): it stays valid until that thread's arena wraps over it, or
+// the thread ends.
 #ifndef ZELSTR_COPY_H
 #define ZELSTR_COPY_H
 
@@ -70,7 +71,8 @@ ZELSTR_API char* _zstrncpybefore(char* dest, char const* src, char c, unsigned l
 
 // The leading run of `src` that holds no byte of `reject` (NULL counts as
 // empty), copied into a scratch area of run + 1 bytes taken from _zstrclone:
-// not released by the caller, valid until later clones overwrite it.
+// not released by the caller, valid until later clones of the same thread
+// overwrite it.
 ZELSTR_API char* _zstrgetbefore(char const* src, char const* reject) noexcept;
 
 // The same, the run ending at the first `c` (or at the terminator).

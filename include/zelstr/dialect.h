@@ -20,11 +20,12 @@
 // several threads at once: building, copying, assigning and destroying an
 // object and the walk of Find hold the list's lock, and Delete and
 // DeleteWholeArena are each serialised by a lock of their own (mind the one
-// Delete keeps, below).  Two things are not guarded: Find first checks a
-// one-entry cache of its last answer without the lock (it may hand back an
-// object another thread is destroying), and a walk with GetArenaEntry and
-// GetNext is the caller's to protect.  CHSQL itself and DeleteComponents
-// share nothing; the dialect headers say which of their members do.
+// Delete keeps, below).  Two things are not guarded: Find first checks the
+// calling thread's one-entry cache of its last answer without the lock (it
+// may hand back an object another thread is destroying), and a walk with
+// GetArenaEntry and GetNext is the caller's to protect.  CHSQL itself and
+// DeleteComponents share nothing; the dialect headers say which of their
+// members do.
 #ifndef ZELSTR_DIALECT_H
 #define ZELSTR_DIALECT_H
 

@@ -6,8 +6,9 @@
 //   _zstrextract(nullptr, "[", "]", 0);  // ends the walk, restores the text
 //
 // Each piece is returned in place: the footer's first byte is replaced by
-// NUL and put back at the next call.  Each function keeps one walk: end
-// every walk with `finished` 0 before starting another.
+// NUL and put back at the next call.  Each function keeps one walk per
+// thread: end every walk with `finished` 0 before the same thread starts
+// another.
 //
 // Memory: _zstriextract ignores case through a folded copy of its header
 // and footer, allocated when one is longer than 64 characters; without
@@ -15,9 +16,9 @@
 // (zelstr::allocation_failures, alloc.h, tells the two apart).  Nothing else
 // allocates, but for the warning records.
 //
-// Threads: both functions share library-wide state, unguarded: their walk
-// and the forward search's preparation (search.h), and for _zstriextract the
-// toupper table too.  Walk from one thread at a time.
+// Threads: both functions may run on several threads at once: each thread
+// has its own walk of each, and its own forward-search state and toupper
+// table (search.h).
 #ifndef ZELSTR_EXTRACT_H
 #define ZELSTR_EXTRACT_H
 

@@ -21,10 +21,10 @@
 // that cannot be allocated changes no result (alloc.h).
 //
 // Threads: an object belongs to one thread at a time; different objects may
-// walk on several threads at once, as long as they pass their jump to
-// FindByXOR(int) or nobody calls SetJumpQty meanwhile: the jump FindByXOR()
-// uses is one library-wide value.  The case-insensitive walk uses the C
-// library's toupper and strncasecmp, no table of the library.
+// walk on several threads at once.  The jump FindByXOR() uses is one
+// process-wide value: set it with SetJumpQty before the threads start, or
+// pass each walk's jump to FindByXOR(int).  The case-insensitive walk uses
+// the C library's toupper and strncasecmp, no table of the library.
 #ifndef ZELSTR_FINDALL_H
 #define ZELSTR_FINDALL_H
 

@@ -16,10 +16,10 @@
 // NULL when its text cannot be built.  Nothing throws.
 //
 // Threads: an object belongs to one thread at a time; different objects may
-// be used on several threads at once.  Two members share library-wide
-// state: get_dump (the clone and print arenas, scratch.h), and the
-// constructors and SetGrowing when they cut an oversized step (the notice
-// is composed in the print arena).  Call those from one thread at a time.
+// be used on several threads at once.  get_dump builds its text in the
+// calling thread's clone and print arenas (scratch.h), and the notice of a
+// step cut by the constructors or SetGrowing is composed in that thread's
+// print arena.
 #ifndef ZELSTR_GRWSTR_H
 #define ZELSTR_GRWSTR_H
 
@@ -110,7 +110,8 @@ class ZELSTR_API CGrwStr {
   int resync_ptr(int mode, ...) noexcept;
 
   // The object shown line by line (settings, pointers, text, registered
-  // pointers as offsets into the buffer), in the clone arena.
+  // pointers as offsets into the buffer), in the calling thread's clone
+  // arena.
   char const* get_dump() const noexcept;
 
  private:

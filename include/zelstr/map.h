@@ -26,11 +26,10 @@
 // text.
 //
 // Threads: every function here may run on several threads at once, with one
-// map or several, except two that share library-wide state: _zmapdefine
-// when it reports a syntax error or a conflict (the text is composed in the
-// print arena, scratch.h) and _zmapdump2string (its static buffer).  Call
-// those from one thread at a time, and free a map only once no thread uses
-// it.
+// map or several: a finished map is only read.  Free a map only once no
+// other thread uses it.  _zmapdump2string's text is the calling thread's,
+// and _zmapdefine composes its reports of a syntax error or a conflict in
+// the calling thread's print arena (scratch.h).
 #ifndef ZELSTR_MAP_H
 #define ZELSTR_MAP_H
 
@@ -69,9 +68,9 @@ ZELSTR_API char* _zmapstrcpy(void* map, char* dest, char const* src) noexcept;
 ZELSTR_API char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n) noexcept;
 
 // The table as text, one line per byte ("map['a']-->'A'\r\n"), only the
-// bytes that change when `changedOnly` is not 0; in a static buffer valid
-// until the next call.  ZEAL_STR_BAD_MAP gives NULL; NULL with
-// `changedOnly` gives "".
+// bytes that change when `changedOnly` is not 0; in a static buffer of the
+// calling thread, valid until its next call.  ZEAL_STR_BAD_MAP gives NULL;
+// NULL with `changedOnly` gives "".
 ZELSTR_API char const* _zmapdump2string(void const* map, int changedOnly) noexcept;
 
 #endif  // ZELSTR_MAP_H

@@ -25,12 +25,12 @@
 // unchanged; the replacements also give NULL, nothing changed, when there
 // is no memory to remember the occurrences of a growing replacement.
 //
-// Threads: every function only reads the map and keeps its search state on
-// the stack, so one map may be used by several threads at once.  Only these
-// share library-wide state: _zmapstristr, _zmapstrichr and _zmapstrdiffpoint
-// with `case_sensitive` 0 (the toupper table), and every fallback to a plain
-// function for a NULL or invalid map (that function's state, if it has
-// any).  Call those from one thread at a time.
+// Threads: every function here may run on several threads at once, and one
+// map may serve them all: the map is only read and the search state kept on
+// the stack.  _zmapstristr, _zmapstrichr and _zmapstrdiffpoint with
+// `case_sensitive` 0 read the calling thread's toupper table (search.h); a
+// fallback to a plain function, for a NULL or invalid map, follows that
+// function's rules.
 #ifndef ZELSTR_MAPPED_H
 #define ZELSTR_MAPPED_H
 

@@ -10,13 +10,11 @@
 // allocated; the functions that read settings give 0 when the defaults
 // cannot be made (see sqlsettings.h).  _zplsqlstrupper allocates nothing.
 //
-// Threads: _zplsqlstrupper (its table is built once, safely, on first use)
-// and the CHPLSQL members IsReservedWord and the qualified-name ones may run
-// on several threads at once.  The other functions and members read the
-// connection's settings (sqlsettings.h) and the shared tables of allowed
-// characters, built through the set-definition cache (setdef.h), unless
-// _zplsql2sysname (or NormalizeId) is given a delimited name: call them
-// from one thread at a time.
+// Threads: every function and member here may run on several threads at
+// once.  Those that read settings (sqlsettings.h) take no lock: do not
+// change the settings they read, a connection's or the defaults, while they
+// run.  The tables of allowed characters they use, and the set-definition
+// cache they are built through (setdef.h), are the calling thread's own.
 #ifndef ZELSTR_PLSQL_H
 #define ZELSTR_PLSQL_H
 

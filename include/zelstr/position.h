@@ -3,10 +3,9 @@
 // Memory: nothing here allocates, but for the warning records; a record
 // that cannot be allocated changes no result (alloc.h).
 //
-// Threads: every function here may run on several threads at once, except
-// _zstrichr and _zstrrichr: they read the library-wide table of toupper,
-// rebuilt unguarded when the locale changes, so call them from one thread at
-// a time.
+// Threads: every function here may run on several threads at once.
+// _zstrichr and _zstrrichr read the calling thread's table of toupper,
+// rebuilt when that thread's locale mapping changes.
 #ifndef ZELSTR_POSITION_H
 #define ZELSTR_POSITION_H
 

@@ -1,20 +1,19 @@
 // quote.h - framing strings with quotes or a pair of characters, and
 // testing their heads and tails.
 //
-// The ...ed functions return a static buffer of the library (_zstrunquoted
-// only when `dest` is NULL), overwritten by the next call of the same
-// function.
+// The ...ed functions return a static buffer of the calling thread
+// (_zstrunquoted only when `dest` is NULL), overwritten by that thread's
+// next call of the same function.
 //
-// Memory: nothing here allocates (results live in static buffers or the
-// arenas), but for the warning records; a record that cannot be allocated
-// changes no result (alloc.h).
+// Memory: nothing here allocates (results live in the calling thread's
+// static buffers and arenas), but for the warning records; a record that
+// cannot be allocated changes no result (alloc.h).
 //
-// Threads: those static buffers, the clone arena of the copying _zstrdoubleq
-// and the print arena, where _zstrunquoted composes its warnings about the
-// string's ends, are library-wide: call those functions from one thread at
-// a time.  The in-place framing, the in-place _zstrdoubleq, the head and
-// tail tests, and _zstrunquoted given a `dest` and a string framed as asked
-// may run on several threads at once.
+// Threads: every function here may run on several threads at once.  Each
+// thread has its own static buffers, its own clone arena, where the copying
+// _zstrdoubleq puts its result (valid until that arena wraps over it), and
+// its own print arena, where _zstrunquoted composes its warnings about the
+// string's ends (scratch.h).
 #ifndef ZELSTR_QUOTE_H
 #define ZELSTR_QUOTE_H
 

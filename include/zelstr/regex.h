@@ -36,13 +36,13 @@
 // Tcl_MatchRE give FALSE with their compile warnings, and keep no such
 // failure in their caches.
 //
-// Threads: compiling, matching, the error text, the backslash switch and the
-// two caching calls share the engine's library-wide state, unguarded: the
-// error text, the switch, the compile work buffer, the buffer of an attached
-// text's pattern, the two caches, and for Tcl_MatchRE's plain-text shortcut
-// the forward search's preparation (search.h); a compiled expression also
-// keeps its automata and its last match.  Call them from one thread at a
-// time.
+// Threads: every function here may run on several threads at once, as long
+// as the threads share no compiled expression (nor its Tcl_Interp): one,
+// from Tcl_RegExpCompile or Tcl_CompileRE, keeps its automata and its last
+// match, so it belongs to one thread at a time.  The error text, the
+// backslash switch, the compile work buffer, the backtracking stack and the
+// two caches are each thread's own, as is the forward-search state of
+// Tcl_MatchRE's plain-text shortcut.
 // _zstrrev, Tcl_ReplaceRegExpEscapedChars, TCL_DigNextPointer,
 // Tcl_CreateInterp and Tcl_DeleteInterp share nothing; Tcl_RegExpRange,
 // Tcl_RegExpRewriteSubMatches and Tcl_GetGroupsCount only read their
@@ -107,19 +107,20 @@ ZELSTR_API Tcl_Interp* Tcl_CreateInterp() noexcept;
 ZELSTR_API void Tcl_DeleteInterp(Tcl_RegExp_* re) noexcept;
 ZELSTR_API void Tcl_DeleteInterp(Tcl_Interp* interp, Tcl_RegExp_* re) noexcept;
 
-// The text of the last compile or match error, NULL if none.
+// The text of the calling thread's last compile or match error, NULL if
+// none.
 ZELSTR_API char const* Tcl_GetRegError() noexcept;
 
 // TRUE when `pattern` compiles.
 ZELSTR_API int Tcl_IsValidRegularExpression(char const* pattern) noexcept;
 
 // The switch that makes a backslash in a bracket list escape the next
-// character (off when the library is loaded).
+// character.  Each thread has its own, off when the thread starts.
 ZELSTR_API void Tcl_SetWhetherBackslashesInIntervalsAreHandled(int handled, int& previous) noexcept;
 ZELSTR_API int Tcl_GetIfBackslashesInIntervalsAreHandled() noexcept;
 
-// Sets the switch for the life of the object, then puts the previous value
-// back.
+// Sets the calling thread's switch for the life of the object, then puts the
+// previous value back.
 class ZELSTR_API Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled {
  public:
   explicit Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled(int handled) noexcept;
@@ -133,17 +134,22 @@ class ZELSTR_API Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled {
   int m_previous;
 };
 
-// Compiles through a cache of the 256 patterns used last (the pattern and
-// the switch value `backslashes` it is compiled with make the key): sets
-// `interp` and `re`, which stay the cache's, and returns TRUE; FALSE with a
-// warning when the pattern is NULL, empty or wrong (wrong patterns are
-// cached too).  The pattern (char const*)-1 empties the cache.
+// Compiles through the calling thread's cache of the 256 patterns it used
+// last (the pattern and the switch value `backslashes` it is compiled with
+// make the key): sets `interp` and `re`, which stay the cache's, and returns
+// TRUE; FALSE with a warning when the pattern is NULL, empty or wrong (wrong
+// patterns are cached too).  The pattern (char const*)-1 empties the calling
+// thread's cache.  `re` stays valid until that cache drops it: 256 other
+// patterns later on the same thread, that thread's clear command, its end,
+// or the unload.  Each thread has its own cache because an expression holds
+// its last match: one record could not serve two threads at once.
 ZELSTR_API int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
                              int backslashes) noexcept;
 
 // TRUE when `string` matches `pattern`, compiled (escapes replaced, the
-// switch on) through a cache of its own; warnings for NULL arguments and
-// wrong patterns.  The string (char const*)-1 or 1 empties the cache.
+// switch on for the calling thread only) through a second cache of that
+// thread's; warnings for NULL arguments and wrong patterns.  The string
+// (char const*)-1 or 1 empties the calling thread's cache.
 ZELSTR_API int Tcl_MatchRE(char const* string, char const* pattern) noexcept;
 
 // The node that follows a node of a compiled program (NULL at the end).

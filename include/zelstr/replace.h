@@ -24,14 +24,13 @@
 // zelstr::allocation_failures (alloc.h) tells such a NULL from the size
 // limit's.
 //
-// Threads: _zstrr1replace, _zstrdeltalen, _zstrmultideltalen,
-// _zstrcpyNreplace and _zstrclean share no library-wide state and may run on
-// several threads at once.  The others share some, unguarded, so call them
-// from one thread at a time: the forward search's preparation (search.h;
-// _zstrNreplace and _zstr1replace with their `i` and `Ex` forms, the multi
-// replacements, _zstrNby0replace), the toupper table (the `i` forms), the
-// compiled set definition (setdef.h; the `Ex` forms, _zstrmultireplace1
-// given delimiters, _zstrlonesomize) or the purge buffer (_zstrpurge).
+// Threads: every function here may run on several threads at once.  What
+// some keep between calls is the calling thread's own: the forward search's
+// state (search.h; _zstrNreplace and _zstr1replace with their `i` and `Ex`
+// forms, the multi replacements, _zstrNby0replace), the toupper table (the
+// `i` forms), the compiled set definitions (setdef.h; the `Ex` forms,
+// _zstrmultireplace1 given delimiters, _zstrlonesomize) and _zstrpurge's
+// work buffer.
 #ifndef ZELSTR_REPLACE_H
 #define ZELSTR_REPLACE_H
 
@@ -116,9 +115,9 @@ ZELSTR_API char* _zstrclean(char* string, char const* s1, char const* s2, int ke
 // dropped), but spans nest: an `s1` inside a span opens a deeper one, and
 // the span ends at the `s2` that closes the outermost `s1`; an `s1` never
 // closed keeps the text from it to the end.  With `flag` non-zero the
-// delimiters of the outermost span are kept.  The work is done in internal
-// buffers allocated for the call (no memory: warning 199, NULL); the call
-// with all arguments NULL / 0 releases them.
+// delimiters of the outermost span are kept.  The work is done in a buffer
+// the calling thread keeps for its next calls (no memory: warning 199,
+// NULL); the call with all arguments NULL / 0 releases that thread's buffer.
 ZELSTR_API char* _zstrpurge(char* string, char* s1, char* s2, int flag) noexcept;
 
 // Collapses runs of the set's characters (a set definition), left to right:

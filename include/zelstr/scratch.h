@@ -1,18 +1,21 @@
 // scratch.h - results in the library's rotating scratch arenas.
 //
-// _zstrclone, _zstrprintf and _zstrvprintf each write into a static arena of
-// 640 KB and hand out areas of it one after the other.  Their results are
-// never released by the caller; each stays valid until the arena wraps and
-// later results overwrite it.
+// _zstrclone, _zstrprintf and _zstrvprintf each write into an arena of
+// 640 KB of the calling thread and hand out areas of it one after the other.
+// Their results are never released by the caller; each stays valid until
+// that thread's arena wraps and later results overwrite it, or the thread
+// ends.
 //
-// Memory: the arenas are static: nothing here allocates.  A handler that
-// throws has its exception dropped (the message counts as answered by OK).
+// Memory: the first thread's arenas are static; every other thread
+// allocates each of its arenas at its first call of that function (alloc.h
+// says what a call does without that memory).  A handler that throws has
+// its exception dropped (the message counts as answered by OK).
 //
-// Threads: the three arenas are library-wide and unguarded: call the three
-// functions, and the library's functions that take their results or
-// compose their warnings there (each header says which), from one thread at
-// a time.  set_message_box_handler may run on any thread; the handler runs
-// on the thread whose area or result was cut.
+// Threads: the three functions, and the library's functions that take their
+// results or compose their warnings there (each header says which), may run
+// on several threads at once: each thread has its own three arenas.
+// set_message_box_handler may run on any thread; the handler runs on the
+// thread whose area or result was cut.
 #ifndef ZELSTR_SCRATCH_H
 #define ZELSTR_SCRATCH_H
 

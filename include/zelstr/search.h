@@ -1,24 +1,22 @@
 // search.h - searching strings: forward, delimited, backward, and counting.
 //
-// The forward searches keep the last pattern's length and preparation
-// between calls, which the library's own loops reuse from one occurrence to
-// the next.
+// The forward searches keep, for each thread, the last pattern's length and
+// preparation between calls, which the library's own loops reuse from one
+// occurrence to the next.
 //
 // Memory: a search ignoring case works on a folded copy of its pattern,
 // allocated when the pattern is longer than 64 characters; without memory
 // for it _zstristr, _zstristr1 and _zstrristr give NULL and _zstristrcnt -1
-// (zelstr::allocation_failures, alloc.h, tells NULL from "not found").  The
-// library-wide search ignoring case keeps that copy until a later search
-// ignoring case replaces it.  Nothing else allocates, but for the warning
-// records.
+// (zelstr::allocation_failures, alloc.h, tells NULL from "not found").  A
+// thread's search ignoring case keeps that copy until the same thread's next
+// search ignoring case replaces it.  Nothing else allocates, but for the
+// warning records.
 //
-// Threads: _zstrstr, _zstristr, _zstrstr1 and _zstristr1 share that
-// preparation (one for each case mode) and the last delimiter list, and the
-// case-insensitive searches and counts read the library-wide table of
-// toupper, rebuilt when the locale changes; none of it is guarded, so call
-// them from one thread at a time.  _zstrrstr, _zstrstrcnt, _zstrccnt,
-// _zstrstr2chars and _zstrstr3chars keep their state on the stack and may
-// run on several threads at once.
+// Threads: every function here may run on several threads at once.  The
+// preparation of _zstrstr, _zstristr, _zstrstr1 and _zstristr1 (pattern,
+// plan and skip tables, one for each case mode), their last delimiter list,
+// and the toupper table of the case-insensitive searches and counts, rebuilt
+// when the thread's locale mapping changes, are each thread's own.
 #ifndef ZELSTR_SEARCH_H
 #define ZELSTR_SEARCH_H
 

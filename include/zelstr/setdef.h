@@ -9,19 +9,20 @@
 // negation and there are no named classes.  Bytes 128 to 255 stand as they
 // are.
 //
-// The last definition used (when shorter than 256 bytes) is kept compiled:
-// applying one definition to many strings in a row costs a text comparison
-// per call.  The `i` forms ignore the case of the ASCII letters only.
+// The last definition a thread used (when shorter than 256 bytes) is kept
+// compiled for it: applying one definition to many strings in a row costs a
+// text comparison per call.  The `i` forms ignore the case of the ASCII
+// letters only.
 //
-// Memory: nothing here allocates (the compiled definition is static), but
-// for the warning records; a record that cannot be allocated changes no
-// result (alloc.h).
+// Memory: nothing here allocates, but for the calling thread's state (the
+// compiled definitions) and the warning records; a record that cannot be
+// allocated changes no result (alloc.h).
 //
-// Threads: every function here uses that compiled definition (one for the
-// member tests, one for the others), library-wide and unguarded, and shares
-// it with every other reader of set definitions (the `Ex` replacements,
-// _zstrmultireplace1, _zstrlonesomize, the SQL settings): call them from one
-// thread at a time.
+// Threads: every function here may run on several threads at once.  The
+// compiled definitions (one for the member tests, one for the others) are
+// the calling thread's own; the thread's other readers of set definitions
+// (the `Ex` replacements, _zstrmultireplace1, _zstrlonesomize, the SQL
+// settings) share them.
 #ifndef ZELSTR_SETDEF_H
 #define ZELSTR_SETDEF_H
 

@@ -26,12 +26,12 @@
 // the get functions return 0 and fill nothing, and the builders return 0
 // with both tables NULL (no warning).
 //
-// Threads: nothing here is locked, and every call shares library-wide state:
-// the settings, whose look-up writes a one-entry cache even when it only
-// reads them (and makes a language's default entry on first need), and for
-// the two builders the shared tables and the set-definition cache
-// (setdef.h).  Call these functions, and the dialect members that read the
-// settings (tsql.h, plsql.h), from one thread at a time, even to read.
+// Threads: every function here may run on several threads at once.  The
+// registry is locked for look-ups, the making of a language's defaults and
+// each setter, from its look-up to its last change (so two threads setting
+// one connection make one entry).  Readers do not lock: do not change
+// settings while other threads use them.  The look-up cache, the builders'
+// tables and the set-definition cache (setdef.h) are each thread's own.
 #ifndef ZELSTR_SQLSETTINGS_H
 #define ZELSTR_SQLSETTINGS_H
 
@@ -66,15 +66,17 @@ ZELSTR_API int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVers
 ZELSTR_API int _zplsqlgetdefaults(void const* const connection, int* version, int* maxName,
                                   int* maxDbLinkName, char const** allowedAs1st) noexcept;
 
-// Hands out the two 256-entry tables (non-zero for an allowed character) of
-// the characters allowed first and at the other positions of a T-SQL
-// identifier.  All connections share one pair of tables: they are built
-// from the settings of the connection that first asks after its settings
-// changed, and handed as they are to the others, so a connection whose
-// characters differ sees the last builder's tables until its own settings
-// are set again.  1 for NULL and
-// for a connection with its own settings, 0 for one using the defaults; 0
-// with both tables NULL when a definition cannot be read (with a warning).
+// Hands out the calling thread's two 256-entry tables (non-zero for an
+// allowed character) of the characters allowed first and at the other
+// positions of a T-SQL identifier.  Each thread has one pair, which serves
+// every connection: it is built from a connection's settings when the
+// thread has not built from them since they last changed, and handed as it
+// is otherwise, so a connection whose characters differ may see the tables
+// the thread last built for another, until its own settings are set again.
+// The tables may change at the same thread's next build (a dialect member's
+// included) and are released when the thread ends.  1 for NULL and for a
+// connection with its own settings, 0 for one using the defaults; 0 with
+// both tables NULL when a definition cannot be read (with a warning).
 ZELSTR_API int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
                                                  void const* const connection) noexcept;
 

@@ -5,12 +5,12 @@
 // defaults cannot be made (see sqlsettings.h).  _zmaptsqlapply allocates
 // nothing.
 //
-// Threads: _zmaptsqlapply, which only reads its map, and the CHTSQL members
-// NormalizeId, GetNormalizedId, IsReservedWord and the qualified-name ones
-// may run on several threads at once.  IsValidSysName, DenormalizeId and
-// GetDenormalizedId read the connection's settings (sqlsettings.h) and the
-// shared tables of allowed characters, built through the set-definition
-// cache (setdef.h): call them from one thread at a time.
+// Threads: every function and member here may run on several threads at
+// once; _zmaptsqlapply only reads its map.  IsValidSysName, DenormalizeId
+// and GetDenormalizedId read the connection's settings (sqlsettings.h)
+// without a lock: do not change them while those run.  The tables of
+// allowed characters they use, built through the set-definition cache
+// (setdef.h), are the calling thread's own.
 #ifndef ZELSTR_TSQL_H
 #define ZELSTR_TSQL_H
 

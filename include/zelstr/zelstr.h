@@ -5,6 +5,13 @@
 // (errsvc/errsvc.h) and returns the fallback value its message names.  No
 // function throws: one that cannot get memory returns the failure value
 // its header names (alloc.h has the rule).
+//
+// Threads: every function may run on several threads at once, as long as the
+// threads share no object (each header names its objects).  What a function
+// keeps from one call to the next is the calling thread's own: a result in a
+// static buffer or an arena stays valid until that thread overwrites it, and
+// a thread's state is released when the thread ends.  Unloading the library
+// releases every thread's state; no call may follow the unload.
 #ifndef ZELSTR_ZELSTR_H
 #define ZELSTR_ZELSTR_H
 

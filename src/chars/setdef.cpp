@@ -3,6 +3,8 @@
 
 #include <cstring>
 
+#include "frame/per_thread.h"
+
 namespace zelstr::chars {
 namespace {
 
@@ -11,12 +13,16 @@ constexpr std::size_t kCacheText = 256;
 
 // The last definition compiled into one form, and its table.
 struct CompiledSet {
-  char text[kCacheText];
-  unsigned char table[256];
+  char text[kCacheText] = {};
+  unsigned char table[256] = {};
 };
 
-CompiledSet g_members;
-CompiledSet g_non_members;
+// Each thread keeps its own two caches.
+struct CompiledSets {
+  CompiledSet members;
+  CompiledSet non_members;
+};
+using SetSlot = frame::PerThread<CompiledSets, frame::ThreadSlot::kSetDef>;
 
 void mark(unsigned char* table, unsigned char lo, unsigned char hi, unsigned char value) {
   if (lo <= hi) std::memset(table + lo, value, static_cast<std::size_t>(hi - lo) + 1);
@@ -75,18 +81,19 @@ unsigned char const* compile(CompiledSet& set, char const* setdef, unsigned char
 
 unsigned char const* compile_members(char const* setdef) {
   if (setdef == nullptr || *setdef == '\0') return nullptr;
-  return compile(g_members, setdef, 1, 0);
+  return compile(SetSlot::get().members, setdef, 1, 0);
 }
 
 unsigned char const* compile_non_members(char const* setdef) {
+  CompiledSet& non_members = SetSlot::get().non_members;
   if (setdef == nullptr || *setdef == '\0') {
-    g_non_members.text[0] = '\0';
-    std::memset(g_non_members.table, 1, sizeof g_non_members.table);
-    g_non_members.table[0] = 0;
-    return g_non_members.table;
+    non_members.text[0] = '\0';
+    std::memset(non_members.table, 1, sizeof non_members.table);
+    non_members.table[0] = 0;
+    return non_members.table;
   }
-  unsigned char const* const table = compile(g_non_members, setdef, 0, 1);
-  if (table != nullptr) g_non_members.table[0] = 0;
+  unsigned char const* const table = compile(non_members, setdef, 0, 1);
+  if (table != nullptr) non_members.table[0] = 0;
   return table;
 }
 

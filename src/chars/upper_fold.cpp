@@ -3,6 +3,7 @@
 
 #include <cctype>
 
+#include "frame/per_thread.h"
 #include "platform/ctype_key.h"
 
 namespace zelstr::chars {
@@ -32,10 +33,21 @@ void build(UpperFold& fold) {
 
 }  // namespace
 
+namespace {
+
+// A thread's table and the mapping it was built for.
+struct ThreadFold {
+  UpperFold fold;
+  platform::CtypeKey key;
+};
+using FoldSlot = frame::PerThread<ThreadFold, frame::ThreadSlot::kUpperFold>;
+
+}  // namespace
+
 UpperFold const& upper_fold() {
-  static UpperFold t_fold;
-  if (platform::ctype_changed()) build(t_fold);
-  return t_fold;
+  ThreadFold& t = FoldSlot::get();
+  if (platform::ctype_changed(t.key)) build(t.fold);
+  return t.fold;
 }
 
 }  // namespace zelstr::chars

@@ -12,9 +12,8 @@ struct UpperFold {
   bool crowded[256];         // more than two bytes share b's toupper
 };
 
-// The table of the current locale.  Rebuilt only when the locale's mapping
-// changed since the last call.  One table for the library (which is used
-// from one thread at a time).
+// The table of the calling thread's locale.  Each thread has its own,
+// rebuilt only when the locale's mapping changed since its last call.
 UpperFold const& upper_fold();
 
 }  // namespace zelstr::chars

@@ -11,16 +11,21 @@
 
 #include "frame/message_box.h"
 #include "frame/messages.h"
+#include "frame/per_thread.h"
 #include "zelstr/scratch.h"
 
 namespace {
 
 constexpr std::size_t kCloneArenaSize = 655360;
 
-char g_clone_arena[kCloneArenaSize];
-// The last clone: its offset in the arena and the size reserved for it.
-std::size_t g_last_offset = 0;
-std::size_t g_last_reserved = 0;
+// Each thread has an arena of its own, made on its first call.
+struct CloneArena {
+  char bytes[kCloneArenaSize];  // not cleared: every clone is written before use
+  // The last clone: its offset in the arena and the size reserved for it.
+  std::size_t last_offset = 0;
+  std::size_t last_reserved = 0;
+};
+using CloneSlot = zelstr::frame::PerThread<CloneArena, zelstr::frame::ThreadSlot::kCloneArena>;
 
 void warn_clone_truncated() {
   char text[64];
@@ -41,10 +46,11 @@ char* _zstrclone(char const* src, unsigned long extra) noexcept {
     size = kCloneArenaSize;
     warn_clone_truncated();
   }
-  std::size_t offset = g_last_offset + g_last_reserved;
+  CloneArena& arena = CloneSlot::get();
+  std::size_t offset = arena.last_offset + arena.last_reserved;
   // Even an area of no size receives an empty string, so it needs one byte.
   if (offset + (size != 0 ? size : 1) > kCloneArenaSize) offset = 0;
-  char* const area = g_clone_arena + offset;
+  char* const area = arena.bytes + offset;
 
   if (src == nullptr) {
     area[0] = '\0';
@@ -55,7 +61,7 @@ char* _zstrclone(char const* src, unsigned long extra) noexcept {
     area[copied] = '\0';
     if (cut) area[size - 1] = '\0';
   }
-  g_last_offset = offset;
-  g_last_reserved = size;
+  arena.last_offset = offset;
+  arena.last_reserved = size;
   return area;
 }

@@ -39,6 +39,7 @@ void* module_instance() noexcept;
 
 // Work done at load, after the critical sections exist.
 enum class LoadStep {
+  kThreadKey,   // the key of the threads' own state (frame/per_thread.h)
   kCaseTables,  // build the ASCII case tables
   kCount
 };
@@ -54,6 +55,7 @@ enum class UnloadStep {
   kMatchReCache,       // the cache of Tcl_MatchRE
   kCrackBuffers,       // the module buffer and the name-cracking buffers
   kDefaultMap,         // the default character map
+  kThreadStates,       // what every thread still keeps (frame/per_thread.h)
   kCount
 };
 

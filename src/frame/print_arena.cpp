@@ -12,6 +12,7 @@
 
 #include "frame/message_box.h"
 #include "frame/messages.h"
+#include "frame/per_thread.h"
 #include "zelstr/scratch.h"
 
 namespace {
@@ -21,13 +22,13 @@ constexpr std::size_t kWrapThreshold = 524288;
 constexpr std::size_t kFirstGuard = kPrintArenaSize - 3;
 constexpr std::size_t kSecondGuard = kPrintArenaSize - 2;
 
+// Each thread has one arena for each function, made on its first call.
 struct PrintArena {
-  char bytes[kPrintArenaSize];
-  char* last;  // the previous result, or NULL
+  char bytes[kPrintArenaSize];  // not cleared: the first result starts at bytes
+  char* last = nullptr;         // the previous result, or NULL
 };
-
-PrintArena g_printf_arena;
-PrintArena g_vprintf_arena;
+using PrintSlot = zelstr::frame::PerThread<PrintArena, zelstr::frame::ThreadSlot::kPrintArena>;
+using VprintSlot = zelstr::frame::PerThread<PrintArena, zelstr::frame::ThreadSlot::kVprintArena>;
 
 char* next_position(PrintArena& arena) {
   if (arena.last == nullptr) return arena.bytes;
@@ -78,11 +79,11 @@ char* format_in(PrintArena& arena, char const* format, va_list args) {
 char* _zstrprintf(char const* format, ...) noexcept {
   va_list args;
   va_start(args, format);
-  char* const result = format_in(g_printf_arena, format, args);
+  char* const result = format_in(PrintSlot::get(), format, args);
   va_end(args);
   return result;
 }
 
 char* _zstrvprintf(char const* format, va_list args) noexcept {
-  return format_in(g_vprintf_arena, format, args);
+  return format_in(VprintSlot::get(), format, args);
 }

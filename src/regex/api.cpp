@@ -55,9 +55,8 @@ class SplitPattern {
 
  private:
   void keep(char const* from, std::size_t n, bool reversed) {
-    static char s_buffer[4096];
-    char* target = s_buffer;
-    if (n >= sizeof s_buffer) {
+    char* target = m_buffer;
+    if (n >= sizeof m_buffer) {
       m_heap = static_cast<char*>(std::malloc(n + 1));
       target = m_heap;
     }
@@ -77,6 +76,7 @@ class SplitPattern {
     m_attached[n] = '\0';
   }
 
+  char m_buffer[4096];  // the reversed pattern, when it is short (the usual case)
   char const* m_pattern;
   char m_attached[sizeof Tcl_RegExp_::attached];
   bool m_has_attached = false;

@@ -1,5 +1,10 @@
 // caches.cpp - Tcl_CompileRE and Tcl_MatchRE: compiled expressions kept
 // for the 256 patterns used last, and their release at unload.
+//
+// Each thread has its own two caches.  A compiled expression holds the
+// results of its last match, so one record handed to two threads could not
+// serve both; with a cache per thread, each thread's records are its own
+// and stay valid exactly as long as they would in a program with one thread.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -9,6 +14,7 @@
 
 #include "frame/memory.h"
 #include "frame/module.h"
+#include "frame/per_thread.h"
 #include "frame/report.h"
 #include "regex/compiler.h"
 #include "regex/state.h"
@@ -86,6 +92,11 @@ class CompiledCache {
     return &m_entries.front();
   }
 
+  CompiledCache() noexcept = default;
+  CompiledCache(CompiledCache const&) = delete;
+  CompiledCache& operator=(CompiledCache const&) = delete;
+  ~CompiledCache() { clear(); }
+
   void clear() {
     for (Entry& e : m_entries) empty(e);
     m_entries.clear();
@@ -106,35 +117,15 @@ class CompiledCache {
   std::vector<Entry> m_entries;
 };
 
-// The caches are made on first use and deleted by the unload sequence,
-// which may run after the program's statics are gone: a static cache would
-// already be destroyed when the sequence comes to empty it.
-CompiledCache* g_compile_cache = nullptr;
-CompiledCache* g_match_cache = nullptr;
+// A thread's two caches.
+struct ThreadCaches {
+  CompiledCache compile;
+  CompiledCache match;
+};
+using CacheSlot = zelstr::frame::PerThread<ThreadCaches, zelstr::frame::ThreadSlot::kRegexCaches>;
 
-// The cache, made on first use: NULL when there is no memory for it.
-CompiledCache* cache(CompiledCache*& c) {
-  if (c == nullptr) {
-    c = new (std::nothrow) CompiledCache;
-    if (c == nullptr) zelstr::frame::note_allocation_failure();
-  }
-  return c;
-}
-
-CompiledCache* compile_cache() { return cache(g_compile_cache); }
-CompiledCache* match_cache() { return cache(g_match_cache); }
-
-// Empties a cache, if there is one (clearing makes none).
-void clear(CompiledCache* c) {
-  if (c != nullptr) c->clear();
-}
-
-void delete_cache(CompiledCache*& c) {
-  if (c == nullptr) return;
-  c->clear();
-  delete c;
-  c = nullptr;
-}
+CompiledCache& compile_cache() { return CacheSlot::get().compile; }
+CompiledCache& match_cache() { return CacheSlot::get().match; }
 
 // (char const*)-1, or 1 as the unload sequence passes it: a command to
 // empty a cache.
@@ -166,7 +157,9 @@ CompiledCache::Entry* compile_entry(CompiledCache& cache, char const* pattern, c
   return cache.add(e);
 }
 
-void release_compile_cache() { delete_cache(g_compile_cache); }
+void release_compile_cache() {
+  CacheSlot::for_each([](ThreadCaches& caches) { caches.compile.clear(); });
+}
 
 // The warning of a pattern that did not compile: with the engine's error
 // text (out of space, when memory was short), or without one.
@@ -180,8 +173,8 @@ void warn_compile_failed(char const* with_error, char const* without, char const
 }
 void release_match_cache() {
   Tcl_MatchRE(reinterpret_cast<char const*>(1), reinterpret_cast<char const*>(1));
-  delete_cache(g_match_cache);
-  zelstr::regex::release_work_buffer();
+  CacheSlot::for_each([](ThreadCaches& caches) { caches.match.clear(); });
+  zelstr::regex::release_work_buffers();
 }
 
 ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_compile_hook(zelstr::frame::UnloadStep::kRegexCache,
@@ -196,7 +189,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
   interp = nullptr;
   re = nullptr;
   if (reinterpret_cast<std::intptr_t>(pattern) == -1) {
-    clear(g_compile_cache);
+    compile_cache().clear();
     return 1;
   }
   if (pattern == nullptr) {
@@ -207,12 +200,10 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
     warn(msg::kCompileReEmptyPattern);
     return 0;
   }
-  CompiledCache* const cache = compile_cache();
-  CompiledCache::Entry* e = cache != nullptr ? cache->find(pattern, backslashes) : nullptr;
+  CompiledCache& cache = compile_cache();
+  CompiledCache::Entry* e = cache.find(pattern, backslashes);
   bool no_interp = false;
-  if (cache != nullptr && e == nullptr) {
-    e = compile_entry(*cache, pattern, pattern, backslashes, &no_interp);
-  }
+  if (e == nullptr) e = compile_entry(cache, pattern, pattern, backslashes, &no_interp);
   if (e != nullptr && e->re != nullptr) {
     interp = e->interp;
     re = e->re;
@@ -232,7 +223,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
 
 int Tcl_MatchRE(char const* string, char const* pattern) noexcept {
   if (is_clear_command(string)) {
-    clear(g_match_cache);
+    match_cache().clear();
     return 1;
   }
   if (string == nullptr) {
@@ -248,14 +239,14 @@ int Tcl_MatchRE(char const* string, char const* pattern) noexcept {
   if (std::strpbrk(pattern, "^|()*+?.[]\\$") == nullptr) {
     return _zstrstr(string, pattern) != nullptr ? 1 : 0;
   }
-  CompiledCache* const cache = match_cache();
-  CompiledCache::Entry* e = cache != nullptr ? cache->find(pattern, 1) : nullptr;
-  bool no_interp = cache == nullptr;
-  if (cache != nullptr && e == nullptr) {
+  CompiledCache& cache = match_cache();
+  CompiledCache::Entry* e = cache.find(pattern, 1);
+  bool no_interp = false;
+  if (e == nullptr) {
     char* source = _zstrdupalloc(pattern, 0);
     if (source != nullptr) {
       Tcl_ReplaceRegExpEscapedChars(source);
-      e = compile_entry(*cache, pattern, source, 1, &no_interp);
+      e = compile_entry(cache, pattern, source, 1, &no_interp);
       _zstrdupfree(source);
     } else {
       no_interp = true;

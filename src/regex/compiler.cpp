@@ -15,6 +15,7 @@
 #include <new>
 
 #include "frame/messages.h"
+#include "frame/per_thread.h"
 #include "regex/automata.h"
 #include "regex/brackets.h"
 #include "regex/hints.h"
@@ -31,7 +32,16 @@ namespace msg = frame::msg;
 // insertions, and a guard word that must still be all ones after the pass.
 constexpr std::size_t kWorkBufferSize = 67795;
 constexpr std::size_t kGuardSize = 4;
-unsigned char* g_work = nullptr;
+
+// Each thread's work buffer, allocated on its first compile.
+struct WorkBuffer {
+  unsigned char* bytes = nullptr;
+  WorkBuffer() noexcept = default;
+  WorkBuffer(WorkBuffer const&) = delete;
+  WorkBuffer& operator=(WorkBuffer const&) = delete;
+  ~WorkBuffer() { std::free(bytes); }
+};
+using WorkSlot = frame::PerThread<WorkBuffer, frame::ThreadSlot::kRegexWork>;
 
 // What a parsed piece can do, as the quantifiers and hints need to know.
 enum Flags : int {
@@ -339,8 +349,9 @@ class Compiler {
 };
 
 unsigned char* work_buffer() {
-  if (g_work == nullptr) g_work = static_cast<unsigned char*>(std::malloc(kWorkBufferSize));
-  return g_work;
+  WorkBuffer& work = WorkSlot::get();
+  if (work.bytes == nullptr) work.bytes = static_cast<unsigned char*>(std::malloc(kWorkBufferSize));
+  return work.bytes;
 }
 
 bool guard_intact(unsigned char const* buffer) {
@@ -397,9 +408,11 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
   return re;
 }
 
-void release_work_buffer() {
-  std::free(g_work);
-  g_work = nullptr;
+void release_work_buffers() {
+  WorkSlot::for_each([](WorkBuffer& work) {
+    std::free(work.bytes);
+    work.bytes = nullptr;
+  });
 }
 
 }  // namespace zelstr::regex

@@ -12,7 +12,7 @@ namespace zelstr::regex {
 Tcl_RegExp_* compile(char const* pattern, char const* attached);
 
 // Frees the compile work buffer (at unload).
-void release_work_buffer();
+void release_work_buffers();
 
 }  // namespace zelstr::regex
 

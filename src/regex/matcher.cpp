@@ -11,12 +11,14 @@
 // loops over groups cannot exhaust the thread's stack.
 #include "regex/matcher.h"
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <new>
 #include <vector>
 
 #include "frame/messages.h"
+#include "frame/per_thread.h"
 #include "regex/automata.h"
 #include "regex/hints.h"
 #include "regex/linear.h"
@@ -43,12 +45,12 @@ bool in_list(char const* list, char c) { return std::strchr(list, c) != nullptr;
 
 // Steps the walk may take in one match before it gives up (0: no limit);
 // only the tests that compare the matchers set one.
-long g_walk_limit = 0;
+std::atomic<long> g_walk_limit{0};
 
 class Run {
  public:
   Run(Tcl_RegExp_* re, char const* bol, std::vector<Frame>& stack)
-      : m_re(re), m_bol(bol), m_stack(stack) {}
+      : m_re(re), m_bol(bol), m_stack(stack), m_limit(g_walk_limit.load(std::memory_order_relaxed)) {}
 
   // 1 when the program matches at `at`, 0 when not, -1 on an error.
   int try_at(char const* at) {
@@ -166,7 +168,7 @@ class Run {
   // the match's end.
   int walk(char const* node, char const*& input) {
     for (;;) {
-      if (g_walk_limit > 0 && ++m_steps > g_walk_limit) return kWalkGaveUp;
+      if (m_limit > 0 && ++m_steps > m_limit) return kWalkGaveUp;
       bool ok = true;
       if (node == nullptr) return error(msg::kRePointersCorrupted);
       unsigned char const code = op(node);
@@ -249,15 +251,21 @@ class Run {
   Tcl_RegExp_* m_re;
   char const* m_bol;
   std::vector<Frame>& m_stack;
+  long const m_limit;
   long m_steps = 0;
 };
 
-// The backtracking stack, kept from one match to the next (the engine serves
-// one thread at a time) so that a match on a short line allocates nothing.
-// A stack grown past a megabyte by a long subject is given back.
+// The backtracking stack, kept by each thread from one match to the next so
+// that a match on a short line allocates nothing.  A stack grown past a
+// megabyte by a long subject is given back.
+struct ThreadStack {
+  std::vector<Frame> frames;
+};
+using StackSlot = frame::PerThread<ThreadStack, frame::ThreadSlot::kRegexStack>;
+
 class KeptStack {
  public:
-  KeptStack() : m_frames(frames()) {}
+  KeptStack() : m_frames(StackSlot::get().frames) {}
   ~KeptStack() {
     if (m_frames.capacity() > kKeep) std::vector<Frame>().swap(m_frames);
   }
@@ -267,10 +275,6 @@ class KeptStack {
 
  private:
   static constexpr std::size_t kKeep = (1u << 20) / sizeof(Frame);
-  static std::vector<Frame>& frames() {
-    static std::vector<Frame> s_frames;
-    return s_frames;
-  }
   std::vector<Frame>& m_frames;
 };
 
@@ -295,19 +299,21 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
   return 0;
 }
 
-Strategy g_strategy = Strategy::kAuto;
+// Set by the tests that compare the matchers, before they start threads.
+std::atomic<Strategy> g_strategy{Strategy::kAuto};
 
 }  // namespace
 
-void set_strategy(Strategy strategy) { g_strategy = strategy; }
-void set_walk_limit(long steps) { g_walk_limit = steps; }
+void set_strategy(Strategy strategy) { g_strategy.store(strategy, std::memory_order_relaxed); }
+void set_walk_limit(long steps) { g_walk_limit.store(steps, std::memory_order_relaxed); }
 
 int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
   try {
     if (re->must != nullptr && !contains_required(re, from)) return 0;
     Automata* const automata = re->automata;
-    if (automata == nullptr || g_strategy == Strategy::kWalk) return walk_from(re, subject, from);
-    if (g_strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
+    Strategy const strategy = g_strategy.load(std::memory_order_relaxed);
+    if (automata == nullptr || strategy == Strategy::kWalk) return walk_from(re, subject, from);
+    if (strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
     return automata_match(re, *automata, subject, from);
   } catch (std::bad_alloc const&) {
     if (re->automata != nullptr) re->automata->forget();

@@ -1,5 +1,5 @@
-// state.h - the engine's process-wide state: the last error text and the
-// backslashes-in-intervals switch.  Unguarded, like the engine.
+// state.h - the engine's state between calls: the last error text and the
+// backslashes-in-intervals switch.  Each thread has its own of both.
 #ifndef ZELSTR_REGEX_STATE_H
 #define ZELSTR_REGEX_STATE_H
 

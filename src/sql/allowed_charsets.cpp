@@ -1,12 +1,18 @@
 // allowed_charsets.cpp - the tables of characters allowed in identifiers.
 //
-// One pair of tables per language serves every connection.  An entry whose
-// settings changed since it last built them rebuilds them; an entry whose
-// flag is still set receives the tables as they are, possibly built from
-// another connection's settings.  The tables are only rebuilt on demand.
+// Each thread has one pair of tables per language, which serves every
+// connection.  An entry whose settings changed since the thread last built
+// tables from them rebuilds the thread's tables; an entry the thread built
+// from before, unchanged since, receives the tables as they are, possibly
+// built from another connection's settings.  The tables are only rebuilt on
+// demand.
 #include <cstring>
+#include <utility>
+#include <vector>
 
 #include "chars/setdef.h"
+#include "frame/memory.h"
+#include "frame/per_thread.h"
 #include "sql/connection_env.h"
 #include "sql/report.h"
 #include "zelstr/sqlsettings.h"
@@ -17,17 +23,48 @@ using zelstr::frame::Unit;
 namespace msg = zelstr::sql::msg;
 namespace sql = zelstr::sql;
 
+struct Language {
+  char language;
+  char const* bad_first_format;
+  char const* bad_others_format;
+};
+constexpr Language kTsql{'T', msg::kTsqlCharsetBadFirstFormat, msg::kTsqlCharsetBadOthersFormat};
+constexpr Language kPlsql{'P', msg::kPlsqlCharsetBadFirstFormat, msg::kPlsqlCharsetBadOthersFormat};
+
 struct CharsetPair {
-  char const language;
-  char const* const bad_first_format;
-  char const* const bad_others_format;
-  unsigned char first[256];
-  unsigned char others[256];
+  unsigned char first[256] = {};
+  unsigned char others[256] = {};
 };
 
-CharsetPair g_tsql{'T', msg::kTsqlCharsetBadFirstFormat, msg::kTsqlCharsetBadOthersFormat, {}, {}};
-CharsetPair g_plsql{
-    'P', msg::kPlsqlCharsetBadFirstFormat, msg::kPlsqlCharsetBadOthersFormat, {}, {}};
+// A thread's tables, and the definitions (CConnectionEnv::m_nCharsetsVersion)
+// it built tables from.
+struct ThreadCharsets {
+  CharsetPair tsql;
+  CharsetPair plsql;
+  std::vector<std::pair<CConnectionEnv const*, unsigned long>> built;
+
+  bool has_built(CConnectionEnv const* entry) const {
+    for (auto const& b : built) {
+      if (b.first == entry) return b.second == entry->m_nCharsetsVersion;
+    }
+    return false;
+  }
+  // Without memory the note is lost: the next call builds again.
+  void note_built(CConnectionEnv const* entry) {
+    for (auto& b : built) {
+      if (b.first == entry) {
+        b.second = entry->m_nCharsetsVersion;
+        return;
+      }
+    }
+    try {
+      built.emplace_back(entry, entry->m_nCharsetsVersion);
+    } catch (std::bad_alloc const&) {
+      zelstr::frame::note_allocation_failure();
+    }
+  }
+};
+using CharsetSlot = zelstr::frame::PerThread<ThreadCharsets, zelstr::frame::ThreadSlot::kSqlCharsets>;
 
 // Reads `definition` into `table`: a bracketed set definition, or a plain
 // list of characters.  False when it cannot be read.
@@ -51,19 +88,24 @@ bool read_or_warn(char const* definition, unsigned char* table, char const* form
   return false;
 }
 
-int build(CharsetPair& pair, char*& allowedAs1st, char*& allowedAsOthers, void const* connection) {
+int build(Language const& language, char*& allowedAs1st, char*& allowedAsOthers,
+          void const* connection) {
   allowedAs1st = nullptr;
   allowedAsOthers = nullptr;
   bool own = false;
-  CConnectionEnv* const entry = CConnectionEnv::FindOrDefault(connection, pair.language, &own);
+  CConnectionEnv* const entry = CConnectionEnv::FindOrDefault(connection, language.language, &own);
   if (entry == nullptr) return 0;
-  if (entry->m_bCharsetsBuilt == 0) {
-    if (!read_or_warn(entry->m_pszAllowedAs1st, pair.first, pair.bad_first_format)) return 0;
-    if (!read_or_warn(entry->m_pszAllowedAsOthers, pair.others, pair.bad_others_format)) return 0;
+  ThreadCharsets& mine = CharsetSlot::get();
+  CharsetPair& pair = language.language == 'T' ? mine.tsql : mine.plsql;
+  if (!mine.has_built(entry)) {
+    if (!read_or_warn(entry->m_pszAllowedAs1st, pair.first, language.bad_first_format)) return 0;
+    if (!read_or_warn(entry->m_pszAllowedAsOthers, pair.others, language.bad_others_format)) {
+      return 0;
+    }
   }
   allowedAs1st = reinterpret_cast<char*>(pair.first);
   allowedAsOthers = reinterpret_cast<char*>(pair.others);
-  entry->m_bCharsetsBuilt = 1;
+  mine.note_built(entry);
   return own ? 1 : 0;
 }
 
@@ -71,10 +113,10 @@ int build(CharsetPair& pair, char*& allowedAs1st, char*& allowedAsOthers, void c
 
 int _zstr_build_tsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
                                       void const* const connection) noexcept {
-  return build(g_tsql, allowedAs1st, allowedAsOthers, connection);
+  return build(kTsql, allowedAs1st, allowedAsOthers, connection);
 }
 
 int _zstr_build_plsql_allowed_charsets(char*& allowedAs1st, char*& allowedAsOthers,
                                        void const* const connection) noexcept {
-  return build(g_plsql, allowedAs1st, allowedAsOthers, connection);
+  return build(kPlsql, allowedAs1st, allowedAsOthers, connection);
 }

@@ -6,11 +6,14 @@
 // DeleteWholeArena thus do not exclude each other; each destruction they
 // cause still takes the list's lock.  Delete leaves its lock held when it
 // has destroyed an object (see dialect.h).
+#include <atomic>
 #include <cstdarg>
 #include <new>
 
 #include "frame/memory.h"
 #include "frame/module.h"
+#include "frame/per_thread.h"
+#include "sql/find_cache.h"
 #include "zelstr/dialect.h"
 
 namespace {
@@ -21,10 +24,11 @@ zelstr::platform::CriticalSection& arena_lock() { return zelstr::frame::critical
 
 using Guard = zelstr::platform::CriticalSectionGuard;
 
-// The one-entry look-up cache of Find; tested without the lock.
-void const* g_last_connection = nullptr;
-char g_last_language = '\0';
-CConnForStrFncs* g_last_result = nullptr;
+// The one-entry look-up cache of Find, each thread's own; tested without
+// the lock.  Every object taken off the list starts a new generation.
+std::atomic<unsigned long> g_generation{0};
+using FindCache = zelstr::sql::FindCache<CConnForStrFncs>;
+using CacheSlot = zelstr::frame::PerThread<FindCache, zelstr::frame::ThreadSlot::kSqlObjects>;
 
 void release_object_arena() { CConnForStrFncs::DeleteWholeArena(); }
 
@@ -97,19 +101,16 @@ void CConnForStrFncs::Unlink() noexcept {
   }
   m_pNext = nullptr;
   m_pPrev = nullptr;
-  if (g_last_result == this) g_last_result = nullptr;
+  g_generation.fetch_add(1, std::memory_order_release);
 }
 
 CConnForStrFncs* CConnForStrFncs::Find(void const* const connection, char language) noexcept {
-  if (g_last_result != nullptr && g_last_connection == connection && g_last_language == language) {
-    return g_last_result;
-  }
+  FindCache& cache = CacheSlot::get();
+  if (CConnForStrFncs* const hit = cache.hit(connection, language, g_generation)) return hit;
   Guard guard(list_lock());
   for (CConnForStrFncs* e = m_p1stCnctEnv; e != nullptr; e = e->m_pNext) {
     if (e->m_pConnection == connection && e->m_cLanguage == language) {
-      g_last_connection = connection;
-      g_last_language = language;
-      g_last_result = e;
+      cache = FindCache{connection, language, e, g_generation.load(std::memory_order_relaxed)};
       return e;
     }
   }

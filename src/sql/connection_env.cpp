@@ -1,11 +1,15 @@
 // connection_env.cpp - the registry of dialect settings and its look-up.
 #include "sql/connection_env.h"
 
+#include <atomic>
 #include <cstring>
 #include <new>
 
 #include "frame/memory.h"
 #include "frame/module.h"
+#include "frame/own_lock.h"
+#include "frame/per_thread.h"
+#include "sql/find_cache.h"
 #include "sql/report.h"
 
 namespace {
@@ -14,10 +18,19 @@ using zelstr::frame::Unit;
 namespace msg = zelstr::sql::msg;
 namespace sql = zelstr::sql;
 
-// The one-entry look-up cache of Find.
-void const* g_last_connection = nullptr;
-char g_last_language = '\0';
-CConnectionEnv* g_last_result = nullptr;
+using Guard = zelstr::platform::CriticalSectionGuard;
+zelstr::platform::CriticalSection& registry_lock() {
+  return zelstr::frame::own_lock(zelstr::frame::OwnLock::kSettings);
+}
+
+// The one-entry look-up cache of Find, each thread's own.  Entries are only
+// deleted all together, which starts a new generation of the list.
+std::atomic<unsigned long> g_generation{0};
+using FindCache = zelstr::sql::FindCache<CConnectionEnv>;
+using CacheSlot = zelstr::frame::PerThread<FindCache, zelstr::frame::ThreadSlot::kSqlSettings>;
+
+// Numbers for definitions (CConnectionEnv::m_nCharsetsVersion).
+std::atomic<unsigned long> g_definitions{0};
 
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
@@ -90,7 +103,7 @@ CConnectionEnv::~CConnectionEnv() { FreeDefinitions(); }
 
 bool CConnectionEnv::Redefine(char const* allowedAs1st) noexcept {
   if (!ComputeCharsetsFor1stAndNthChars(allowedAs1st)) return false;
-  m_bCharsetsBuilt = 0;
+  m_nCharsetsVersion = g_definitions.fetch_add(1, std::memory_order_relaxed) + 1;
   return true;
 }
 
@@ -103,6 +116,7 @@ CConnectionEnv* CConnectionEnv::Register(CConnectionEnv* fresh) noexcept {
     delete fresh;
     return nullptr;
   }
+  Guard const guard(registry_lock());
   fresh->Append();
   return fresh;
 }
@@ -166,17 +180,17 @@ bool CConnectionEnv::ComputeCharsetsFor1stAndNthChars(char const* definition) no
 }
 
 CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) noexcept {
-  if (g_last_result != nullptr && g_last_connection == connection &&
-      g_last_language == i_cLanguage) {
-    return g_last_result;
-  }
-  g_last_connection = connection;
-  g_last_language = i_cLanguage;
+  FindCache& cache = CacheSlot::get();
+  if (CConnectionEnv* const hit = cache.hit(connection, i_cLanguage, g_generation)) return hit;
+  Guard const guard(registry_lock());
+  cache.generation = g_generation.load(std::memory_order_relaxed);
+  cache.connection = connection;
+  cache.language = i_cLanguage;
   for (CConnectionEnv* e = m_pFirst; e != nullptr; e = e->m_pNext) {
-    g_last_result = e;
+    cache.result = e;
     if (e->m_pConnection == connection && e->m_cLanguage == i_cLanguage) return e;
   }
-  g_last_result = nullptr;
+  cache.result = nullptr;
   if (connection != nullptr) return nullptr;
 
   // Without memory there is no default entry yet: a later look-up tries again.
@@ -191,7 +205,7 @@ CConnectionEnv* CConnectionEnv::Find(void const* connection, char i_cLanguage) n
   } else {
     sql::warn_format(Unit::connectionenv, __LINE__, msg::kEnvFindBadLanguageFormat, i_cLanguage);
   }
-  g_last_result = created;
+  cache.result = created;
   return created;
 }
 
@@ -204,6 +218,8 @@ CConnectionEnv* CConnectionEnv::FindOrDefault(void const* connection, char langu
 }
 
 void CConnectionEnv::DeleteWholeArena() noexcept {
+  Guard const guard(registry_lock());
+  g_generation.fetch_add(1, std::memory_order_release);
   CConnectionEnv* e = m_pFirst;
   m_pFirst = nullptr;
   m_pLast = nullptr;
@@ -212,7 +228,4 @@ void CConnectionEnv::DeleteWholeArena() noexcept {
     delete e;
     e = next;
   }
-  g_last_connection = nullptr;
-  g_last_language = '\0';
-  g_last_result = nullptr;
 }

@@ -83,7 +83,10 @@ class CConnectionEnv {
   char m_cDefltQuote = '\0';
   char* m_pszAllowedAs1st = nullptr;
   char* m_pszAllowedAsOthers = nullptr;
-  int m_bCharsetsBuilt = 0;
+  // Which definitions the character tables must be built from: a number no
+  // other entry or earlier definition had (each thread notes the numbers
+  // it built its tables from, see allowed_charsets.cpp).
+  unsigned long m_nCharsetsVersion = 0;
 
   static CConnectionEnv* m_pFirst;
   static CConnectionEnv* m_pLast;

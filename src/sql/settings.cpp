@@ -1,6 +1,12 @@
 // settings.cpp - setting and reading the dialect settings of a connection.
+//
+// A setter holds the registry's lock from its look-up to its last change,
+// so that two threads setting the same connection at once make one entry.
+// Readers do not lock: a connection's settings must not change while other
+// threads use them (see sqlsettings.h).
 #include <new>
 
+#include "frame/own_lock.h"
 #include "sql/connection_env.h"
 #include "sql/report.h"
 #include "sql/versions.h"
@@ -21,6 +27,11 @@ void warn_bad_quote(char quote) {
   }
   sql::warn_format(Unit::connectionenv, __LINE__, msg::kTsqlSetBadQuoteFormat, shown);
 }
+
+zelstr::platform::CriticalSection& registry_lock() {
+  return zelstr::frame::own_lock(zelstr::frame::OwnLock::kSettings);
+}
+using Guard = zelstr::platform::CriticalSectionGuard;
 
 template <typename T>
 void put(T* out, T value) {
@@ -46,6 +57,7 @@ int _ztsqlsetdefaults(void const* const connection, int i_nTSqlVersion, int i_nM
   }
   // Without memory for an entry or its definitions, the settings stay as
   // they were and the call still reports success.
+  Guard const guard(registry_lock());
   CConnectionEnv* const entry = CConnectionEnv::Find(connection, 'T');
   if (entry == nullptr) {
     CConnectionEnv::Register(new (std::nothrow)
@@ -78,6 +90,7 @@ int _ztsqlgetdefaults(void const* const connection, int* version, int* maxName, 
 
 int _ztsqlsetquotedid(void const* const connection, int quotedId) noexcept {
   bool own = false;
+  Guard const guard(registry_lock());
   CConnectionEnv* const entry = CConnectionEnv::FindOrDefault(connection, 'T', &own);
   if (entry != nullptr) entry->m_bQuotedId = quotedId;
   return own ? 1 : 0;
@@ -99,6 +112,7 @@ int _zplsqlsetdefaults(void const* const connection, int i_nPlSqlVersion, int i_
                      i_nMaxDbLinkName);
     return 0;
   }
+  Guard const guard(registry_lock());
   CConnectionEnv* const entry = CConnectionEnv::Find(connection, 'P');
   if (entry == nullptr) {
     CConnectionEnv::Register(new (std::nothrow) CConnectionEnv(

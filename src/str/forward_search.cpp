@@ -15,21 +15,20 @@ namespace {
 
 // A plain list of delimiters as a table: 1 for bytes that are not listed,
 // 0 for listed bytes and for the terminator.  The table of the last list
-// shorter than 256 bytes is kept for the next call.
+// shorter than 256 bytes is kept for the thread's next call.
 unsigned char const* delimiter_table(char const* delimiters) {
-  static char s_list[256];
-  static unsigned char s_table[256];
-  if (s_list[0] != '\0' && std::strcmp(s_list, delimiters) == 0) return s_table;
-  std::memset(s_table, 1, sizeof s_table);
-  s_table[0] = 0;
-  for (char const* d = delimiters; *d != '\0'; ++d) s_table[static_cast<unsigned char>(*d)] = 0;
+  zelstr::str::search::DelimiterCache& cache = zelstr::str::search::delimiter_cache();
+  if (cache.list[0] != '\0' && std::strcmp(cache.list, delimiters) == 0) return cache.table;
+  std::memset(cache.table, 1, sizeof cache.table);
+  cache.table[0] = 0;
+  for (char const* d = delimiters; *d != '\0'; ++d) cache.table[static_cast<unsigned char>(*d)] = 0;
   std::size_t const n = std::strlen(delimiters);
-  if (n < sizeof s_list) {
-    std::memcpy(s_list, delimiters, n + 1);
+  if (n < sizeof cache.list) {
+    std::memcpy(cache.list, delimiters, n + 1);
   } else {
-    s_list[0] = '\0';
+    cache.list[0] = '\0';
   }
-  return s_table;
+  return cache.table;
 }
 
 // Walks the occurrences from left to right and returns the first that has a

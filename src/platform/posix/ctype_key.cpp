@@ -6,11 +6,10 @@
 
 namespace zelstr::platform {
 
-bool ctype_changed() {
-  static void const* t_table = nullptr;
+bool ctype_changed(CtypeKey& key) {
   void const* const table = *__ctype_toupper_loc();
-  if (table == t_table) return false;
-  t_table = table;
+  if (table == key.table) return false;
+  key.table = table;
   return true;
 }
 

@@ -7,13 +7,12 @@
 
 namespace zelstr::platform {
 
-bool ctype_changed() {
-  static char t_name[128] = {};
+bool ctype_changed(CtypeKey& key) {
   char const* const name = std::setlocale(LC_CTYPE, nullptr);
-  if (name == nullptr || std::strncmp(name, t_name, sizeof t_name - 1) == 0) {
-    return t_name[0] == '\0';
+  if (name == nullptr || std::strncmp(name, key.name, sizeof key.name - 1) == 0) {
+    return key.name[0] == '\0';
   }
-  std::strncpy(t_name, name, sizeof t_name - 1);
+  std::strncpy(key.name, name, sizeof key.name - 1);
   return true;
 }
 

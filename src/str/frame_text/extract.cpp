@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "frame/per_thread.h"
 #include "str/report.h"
 #include "zelstr/position.h"
 #include "zelstr/search.h"
@@ -20,8 +21,12 @@ struct Walk {
   std::size_t footer_length = 0;
 };
 
-Walk g_walk;
-Walk g_iwalk;
+// A thread's two walks: one for each function.
+struct Walks {
+  Walk exact;
+  Walk ignoring_case;
+};
+using WalkSlot = zelstr::frame::PerThread<Walks, zelstr::frame::ThreadSlot::kExtract>;
 
 // A character search for fewer than two characters (an empty footer finds
 // the terminator), the substring search otherwise.
@@ -87,9 +92,9 @@ char* extract(char* string, char const* header, char const* footer, int finished
 }  // namespace
 
 char* _zstrextract(char* string, char const* header, char const* footer, int finished) noexcept {
-  return extract(string, header, footer, finished, g_walk, false);
+  return extract(string, header, footer, finished, WalkSlot::get().exact, false);
 }
 
 char* _zstriextract(char* string, char const* header, char const* footer, int finished) noexcept {
-  return extract(string, header, footer, finished, g_iwalk, true);
+  return extract(string, header, footer, finished, WalkSlot::get().ignoring_case, true);
 }

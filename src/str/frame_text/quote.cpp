@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "frame/per_thread.h"
 #include "str/expand.h"
 #include "str/report.h"
 #include "zelstr/append.h"
@@ -57,30 +58,41 @@ char* _zstrencapsulate(char* string, char c1, char c2) noexcept {
   return frame_in_place(string, c1, c2);
 }
 
+namespace {
+
+// A thread's result buffers, valid until its next call of the same function.
+struct QuoteResults {
+  char quoted[kQuotedCapacity + 3];
+  char quoted_empty[3];
+  char encapsulated[kEncapsulatedCapacity + 3];
+  char encapsulated_empty[3];
+};
+using QuoteSlot = zelstr::frame::PerThread<QuoteResults, zelstr::frame::ThreadSlot::kQuote>;
+
+}  // namespace
+
 char* _zstrquoted(char const* string, char quote) noexcept {
-  static char s_result[kQuotedCapacity + 3];
-  static char s_empty[3];
+  QuoteResults& r = QuoteSlot::get();
   if (string == nullptr) warn(msg::kQuotedNullString);
   if (string == nullptr || *string == '\0') {
-    frame_copy(s_empty, 0, "", quote, quote);
-    return s_empty;
+    frame_copy(r.quoted_empty, 0, "", quote, quote);
+    return r.quoted_empty;
   }
-  if (frame_copy(s_result, kQuotedCapacity, string, quote, quote)) warn(msg::kQuotedTooLong);
-  return s_result;
+  if (frame_copy(r.quoted, kQuotedCapacity, string, quote, quote)) warn(msg::kQuotedTooLong);
+  return r.quoted;
 }
 
 char* _zstrencapsulated(char const* string, char c1, char c2) noexcept {
-  static char s_result[kEncapsulatedCapacity + 3];
-  static char s_empty[3];
+  QuoteResults& r = QuoteSlot::get();
   if (string == nullptr) warn(msg::kEncapsulatedNullString);
   if (string == nullptr || *string == '\0') {
-    frame_copy(s_empty, 0, "", c1, c2);
-    return s_empty;
+    frame_copy(r.encapsulated_empty, 0, "", c1, c2);
+    return r.encapsulated_empty;
   }
-  if (frame_copy(s_result, kEncapsulatedCapacity, string, c1, c2)) {
+  if (frame_copy(r.encapsulated, kEncapsulatedCapacity, string, c1, c2)) {
     warn(msg::kEncapsulatedTooLong);
   }
-  return s_result;
+  return r.encapsulated;
 }
 
 void _zstrdoubleq(char* string, char quote) noexcept {

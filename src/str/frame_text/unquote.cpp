@@ -1,6 +1,7 @@
 // unquote.cpp - _zstrunquoted, _zstrunencapsulated.
 #include <cstring>
 
+#include "frame/per_thread.h"
 #include "str/report.h"
 #include "zelstr/copy.h"
 #include "zelstr/quote.h"
@@ -26,10 +27,16 @@ void warn_unquoted(char const* format, char const* string, char quote, bool quot
   warn(zelstr::frame::Message{-1, 4, text}, line);
 }
 
+// A thread's result buffers, valid until its next call of the same function.
+struct UnquoteResults {
+  char unquoted[kUnquotedCapacity + 1];
+  char unencapsulated[kUnencapsulatedCapacity + 1];
+};
+using UnquoteSlot = zelstr::frame::PerThread<UnquoteResults, zelstr::frame::ThreadSlot::kUnquote>;
+
 }  // namespace
 
 char* _zstrunquoted(char const* string, char quote, char* dest) noexcept {
-  static char s_result[kUnquotedCapacity + 1];
   if (string == nullptr) {
     warn(msg::kUnquotedNullString);
     return nullptr;
@@ -48,10 +55,10 @@ char* _zstrunquoted(char const* string, char quote, char* dest) noexcept {
     from = string + 1;
     count = length - 2;
   }
-  char* const result = dest != nullptr ? dest : s_result;
+  char* const result = dest != nullptr ? dest : UnquoteSlot::get().unquoted;
   if (dest == nullptr && count > kUnquotedCapacity) {
     warn(msg::kUnquotedTooLong);
-    return _zstrsafecpyf0(s_result, string, 2050);
+    return _zstrsafecpyf0(result, string, 2050);
   }
   std::memmove(result, from, count);
   result[count] = '\0';
@@ -59,7 +66,6 @@ char* _zstrunquoted(char const* string, char quote, char* dest) noexcept {
 }
 
 char* _zstrunencapsulated(char* string, char c1, char c2) noexcept {
-  static char s_result[kUnencapsulatedCapacity + 1];
   if (string == nullptr) {
     warn(msg::kUnencapsulatedNullString);
     return nullptr;
@@ -76,7 +82,8 @@ char* _zstrunencapsulated(char* string, char c1, char c2) noexcept {
     count = kUnencapsulatedCapacity;
     warn(msg::kUnencapsulatedTooLong);
   }
-  std::memcpy(s_result, string + (length > 0 ? 1 : 0), count);
-  s_result[count] = '\0';
-  return s_result;
+  char* const result = UnquoteSlot::get().unencapsulated;
+  std::memcpy(result, string + (length > 0 ? 1 : 0), count);
+  result[count] = '\0';
+  return result;
 }

@@ -4,6 +4,7 @@
 
 #include "frame/memory.h"
 #include "frame/module.h"
+#include "frame/per_thread.h"
 #include "str/report.h"
 #include "zelstr/replace.h"
 
@@ -11,26 +12,34 @@ using namespace zelstr::str;
 
 namespace {
 
-// The work buffer, grown as needed and kept for the next call; the call
-// with every argument NULL releases it (also at unload).
-char* g_buffer = nullptr;
-std::size_t g_capacity = 0;
+// A thread's work buffer, grown as needed and kept for its next call; the
+// call with every argument NULL releases it (every thread's at unload).
+struct PurgeBuffer {
+  char* bytes = nullptr;
+  std::size_t capacity = 0;
 
-bool reserve(std::size_t size) {
-  if (size <= g_capacity) return true;
-  char* const bigger = zelstr::frame::new_array<char>(size);
-  if (bigger == nullptr) return false;
-  delete[] g_buffer;
-  g_buffer = bigger;
-  g_capacity = size;
-  return true;
-}
+  PurgeBuffer() noexcept = default;
+  PurgeBuffer(PurgeBuffer const&) = delete;
+  PurgeBuffer& operator=(PurgeBuffer const&) = delete;
+  ~PurgeBuffer() { release(); }
 
-void release() {
-  delete[] g_buffer;
-  g_buffer = nullptr;
-  g_capacity = 0;
-}
+  bool reserve(std::size_t size) {
+    if (size <= capacity) return true;
+    char* const bigger = zelstr::frame::new_array<char>(size);
+    if (bigger == nullptr) return false;
+    delete[] bytes;
+    bytes = bigger;
+    capacity = size;
+    return true;
+  }
+
+  void release() {
+    delete[] bytes;
+    bytes = nullptr;
+    capacity = 0;
+  }
+};
+using PurgeSlot = zelstr::frame::PerThread<PurgeBuffer, zelstr::frame::ThreadSlot::kReplace>;
 
 bool at(char const* p, char const* s, std::size_t n) { return std::strncmp(p, s, n) == 0; }
 
@@ -74,7 +83,9 @@ std::size_t purge_into(char* out, char const* string, char const* s1, char const
   return written;
 }
 
-void release_at_unload() { _zstrpurge(nullptr, nullptr, nullptr, 0); }
+void release_at_unload() {
+  PurgeSlot::for_each([](PurgeBuffer& buffer) { buffer.release(); });
+}
 
 ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kPurgeBuffers,
                                                        release_at_unload);
@@ -83,19 +94,20 @@ ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep
 
 char* _zstrpurge(char* string, char* s1, char* s2, int flag) noexcept {
   if (string == nullptr && s1 == nullptr && s2 == nullptr && flag == 0) {
-    release();
+    PurgeSlot::get().release();
     return nullptr;
   }
   if (string == nullptr || s1 == nullptr || s2 == nullptr || *s1 == '\0' || *s2 == '\0') {
     return string;
   }
   std::size_t const length = std::strlen(string);
-  if (!reserve(length + 1)) {
+  PurgeBuffer& buffer = PurgeSlot::get();
+  if (!buffer.reserve(length + 1)) {
     warn(msg::kPurgeNoMemory);
     return nullptr;
   }
-  std::size_t const n = purge_into(g_buffer, string, s1, s2, flag != 0);
-  std::memcpy(string, g_buffer, n);
+  std::size_t const n = purge_into(buffer.bytes, string, s1, s2, flag != 0);
+  std::memcpy(string, buffer.bytes, n);
   string[n] = '\0';
   return string;
 }

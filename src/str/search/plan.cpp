@@ -7,6 +7,7 @@
 
 #include "chars/upper_fold.h"
 #include "frame/memory.h"
+#include "frame/per_thread.h"
 
 namespace zelstr::str::search {
 
@@ -17,12 +18,14 @@ Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
 
 namespace {
 
-SearchState g_case_sensitive;
-SearchState g_case_insensitive = [] {
-  SearchState s;
-  s.ignore_case = true;
-  return s;
-}();
+// A thread's two searches and its delimiter list.
+struct SearchStates {
+  SearchState case_sensitive;
+  SearchState case_insensitive;
+  DelimiterCache delimiters;
+  SearchStates() noexcept { case_insensitive.ignore_case = true; }
+};
+using SearchSlot = frame::PerThread<SearchStates, frame::ThreadSlot::kSearch>;
 
 // How common a byte is in SQL scripts and English prose: 0 for rare bytes,
 // higher for commoner ones.  The pair scan looks for the pattern's rarest
@@ -184,8 +187,9 @@ char const* boyer_moore(char const* from, char const* pattern, SearchState const
 
 }  // namespace
 
-SearchState& case_sensitive_state() { return g_case_sensitive; }
-SearchState& case_insensitive_state() { return g_case_insensitive; }
+SearchState& case_sensitive_state() { return SearchSlot::get().case_sensitive; }
+SearchState& case_insensitive_state() { return SearchSlot::get().case_insensitive; }
+DelimiterCache& delimiter_cache() { return SearchSlot::get().delimiters; }
 
 FoldedPattern::FoldedPattern(FoldedPattern&& other) noexcept
     : m_heap(other.m_heap), m_capacity(other.m_capacity) {

@@ -65,7 +65,8 @@ class FoldedPattern {
   std::size_t m_capacity = 0;  // of m_heap
 };
 
-// One kind of search (case-sensitive or not) and its library-wide state.
+// One kind of search (case-sensitive or not) and the state a thread keeps
+// for it.
 struct SearchState {
   // 1: the next search measures its pattern and prepares anew; 0: it reuses
   // the stored length and preparation (a caller running a series of
@@ -93,8 +94,17 @@ struct SearchState {
   bool folds() const { return ignore_case || map != nullptr; }
 };
 
+// The calling thread's states.
 SearchState& case_sensitive_state();
 SearchState& case_insensitive_state();
+
+// The delimiters of the last delimited search as a table (see
+// forward_search.cpp), kept by each thread.
+struct DelimiterCache {
+  char list[256] = {};
+  unsigned char table[256] = {};
+};
+DelimiterCache& delimiter_cache();
 
 // Measures nothing: prepares `state` for `pattern` of length `m` >= 1.  False
 // when memory is short for the folded pattern (counted): the state is then
