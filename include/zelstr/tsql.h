@@ -17,6 +17,56 @@
 #include "zelstr/dialect.h"
 #include "zelstr/export.h"
 
+// T-SQL names keep their case.  In source form a name is regular (its
+// characters allowed by the connection's tables: first character and the
+// others, sqlsettings.h) or delimited: [...] with "]]" for an inner "]",
+// or "..." with "" for an inner quotation mark.  Square brackets delimit on
+// SQL Server versions, and on Sybase versions when bracketed identifiers
+// are on; double quotation marks when quoted identifiers are on (otherwise
+// "x" is a string literal).  The system form is the name without its
+// delimiters.  A system name is shorter than the connection's maximum name
+// length.
+//
+// Bad arguments (NULL, an empty name, a name that is not valid source or
+// system form, one past the maximum length) are reported with the service's
+// bad-argument text, flags other than 0 and 1 with its incoherent-flag text
+// (errsvc.h); the name is then left as it was and the result is 0 or NULL.
+
+// 1 when `name` is a system name that needs no delimiters: shorter than the
+// maximum name length and regular under the connection's tables; else 0.
+// The kind is not used.  NULL: warning, 0.
+ZELSTR_API int _ztsqlvalidsysname(void const* const connection, char const* name,
+                                  int kind) noexcept;
+ZELSTR_API int _ztsqlvalidsysname(char const* name, int kind) noexcept;  // default settings
+
+// Source form to system form, in place: [a]]b] gives a]b, "a""b" gives a"b
+// (where those delimit), a regular name is kept as written.  1 on success,
+// 0 with a warning for a name that is not valid source form.
+ZELSTR_API int _ztsql2sysname(void const* const connection, char* name) noexcept;
+ZELSTR_API int _ztsql2sysname(char* name) noexcept;  // default settings
+// The same on a new copy (free it with _zstrdupfree), or NULL.
+ZELSTR_API char* _ztsql2sysname(void const* const connection, char const* name) noexcept;
+ZELSTR_API char* _ztsql2sysname(char const* name) noexcept;
+
+// System form to source form, in place: a name that is not regular (a first
+// character such as a digit or "$", a blank, any character outside the
+// tables) is delimited with the connection's default quotation mark, its
+// closing marks doubled; so is, with `flags` 0, a word reserved in the
+// connection's version (`flags` 1 keeps those as they are).  Where the
+// default mark does not delimit (a double quotation mark with quoted
+// identifiers off) and square brackets do, brackets are used; where neither
+// delimits, such a name is refused.  Temporary
+// names (#t, ##t) and variables (@v) stay regular under the default tables.
+// The buffer needs room for two more characters and one per closing mark.
+// 1 on success, 0 with a warning.
+ZELSTR_API int _zsysname2tsql(void const* const connection, char* name, int flags) noexcept;
+ZELSTR_API int _zsysname2tsql(char* name, int flags) noexcept;  // default settings
+// The same on a new copy with the room it needs (free it with
+// _zstrdupfree), or NULL.
+ZELSTR_API char* _zsysname2tsql(void const* const connection, char const* name,
+                                int flags) noexcept;
+ZELSTR_API char* _zsysname2tsql(char const* name, int flags) noexcept;
+
 // Applies the character map `map` (map.h; typically a lower- or upper-
 // casing map) to T-SQL code in place, leaving alone what is not code:
 // string literals ('...', and "..." when `quotedId` is 0) and comments
@@ -48,11 +98,35 @@ class ZELSTR_API CHTSQL : public CHSQL {
   // closing marks (0 when one is not doubled); other names are kept.
   int NormalizeId(char* buffer, unsigned long kind) const noexcept override;
   char const* GetNormalizedId(char const* name, unsigned long kind) const noexcept override;
-  // Qualified names are not handled by this object: 0 or NULL.
-  int DenormalizeQualId(char* buffer, unsigned long flags) const noexcept override;
-  char const* GetDenormalizedQualId(char const* name, unsigned long flags) const noexcept override;
+  // 1 when `name` is one valid name in source form under the connection's
+  // settings (regular, or delimited by a mark they accept), its system
+  // form shorter than the maximum name length; else 0.  NULL: warning, 0.
+  int IsValidCodeName(char const* name) const noexcept;
+
+  // Qualified names: server.database.schema.object, one to four parts
+  // separated by dots, blanks allowed around the dots.  A part is
+  // delimited ([...] or "...", dots and blanks inside kept) or plain (any
+  // characters but dots and delimiters, without the blanks at its ends),
+  // and may be empty (db..t).  No part reaches the maximum name length.
+  //
+  // Splits `name` into `*components`, a NULL-terminated array of new
+  // strings (release it with DeleteComponents), one per part in the order
+  // written, in system form, empty parts as empty strings.  Returns the
+  // number of parts; 0 and `*components` NULL on a syntax error (more than
+  // four parts, an unterminated or misplaced delimiter), without a warning.
+  // `flags` 0 takes both kinds of delimiters, as the server's PARSENAME
+  // does; 1 only those the connection's settings accept.  NULL arguments:
+  // warning, 0.
   int SplitQualCodeName(char const* name, char*** components,
                         unsigned long flags) const noexcept override;
+  // Rewrites a qualified name in place with each part in the source form
+  // _zsysname2tsql gives it (`flags` as there); empty parts stay empty.
+  // The buffer needs room for twice the name's length plus 9 bytes.  1 on
+  // success; 0 with a warning, the buffer as it was, for a name that does
+  // not split or a part that cannot be written under the settings.
+  int DenormalizeQualId(char* buffer, unsigned long flags) const noexcept override;
+  // The same on a new copy (free it with _zstrdupfree), or NULL.
+  char const* GetDenormalizedQualId(char const* name, unsigned long flags) const noexcept override;
   // _zistsqlresword(word, version): the version given, not the setting.
   int IsReservedWord(char const* word, int version) const noexcept override;
 };

@@ -6,8 +6,8 @@
 // NULL owns the defaults of a language; its entry is created the first time
 // the defaults are needed and lives until the module is unloaded.
 //
-// Nothing here is locked: settings must not change while other threads use
-// them.
+// The list is guarded by the settings lock (frame/own_lock.h); an entry's
+// settings must not change while other threads use them.
 #ifndef ZELSTR_SQL_CONNECTION_ENV_H
 #define ZELSTR_SQL_CONNECTION_ENV_H
 

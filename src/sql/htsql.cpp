@@ -71,20 +71,6 @@ char const* CHTSQL::GetNormalizedId(char const* name, unsigned long kind) const 
   return zelstr::sql::converted_copy(name, 0, [&](char* copy) { return NormalizeId(copy, kind); });
 }
 
-int CHTSQL::DenormalizeQualId(char* /*buffer*/, unsigned long /*flags*/) const noexcept {
-  return 0;
-}
-
-char const* CHTSQL::GetDenormalizedQualId(char const* /*name*/,
-                                          unsigned long /*flags*/) const noexcept {
-  return nullptr;
-}
-
-int CHTSQL::SplitQualCodeName(char const* /*name*/, char*** /*components*/,
-                              unsigned long /*flags*/) const noexcept {
-  return 0;
-}
-
 int CHTSQL::IsReservedWord(char const* word, int version) const noexcept {
   return _zistsqlresword(word, version);
 }

@@ -1,0 +1,62 @@
+// tsql_rules.h - what a connection's settings say about T-SQL names, and
+// the reading of one name part in source form.
+//
+// A part is regular (its characters in the allowed-character tables: first
+// and others) or delimited: [...] with "]]" for an inner "]", or "..." with
+// '""' for an inner '"'.  Which delimiters a connection accepts depends on
+// its settings: double quotation marks when quoted identifiers are on,
+// square brackets always on SQL Server and on Sybase when bracketed
+// identifiers are on.  A system name (the part without its delimiters) is
+// shorter than the connection's maximum name length.
+#ifndef ZELSTR_SQL_TSQL_RULES_H
+#define ZELSTR_SQL_TSQL_RULES_H
+
+#include <cstddef>
+
+namespace zelstr::sql {
+
+struct TsqlRules {
+  bool quotes = false;    // "..." delimits a name
+  bool brackets = false;  // [...] delimits a name
+  char mark = '"';        // the opening mark that delimits a name that needs it
+  std::size_t limit = 0;  // a system name is shorter than this
+  int version = 0;
+  char const* first = nullptr;   // allowed-character tables
+  char const* others = nullptr;
+
+  bool delimits(char open) const { return open == '[' ? brackets : open == '"' && quotes; }
+};
+
+// The rules of `connection` (NULL: the defaults); false when its settings
+// or character tables cannot be had.
+bool tsql_rules(void const* connection, TsqlRules& rules);
+
+// The closing mark of an opening one.
+inline char closing_mark(char open) { return open == '[' ? ']' : '"'; }
+
+// One part of a name as read from its source form.
+struct SourcePart {
+  char const* begin = nullptr;  // the part's text, delimiters excluded
+  char const* end = nullptr;
+  char close = '\0';            // the closing mark when delimited, doubled inside
+  std::size_t length = 0;       // of the system form (doubled marks counted once)
+};
+
+// Reads a delimited part whose opening mark is at `p`: fills `part` and
+// returns the position just past the closing mark, or NULL when the part is
+// not closed before the terminator.
+char const* read_delimited(char const* p, SourcePart& part);
+
+// Copies the system form of `part` to `out` (room for part.length + 1).
+void copy_system_form(SourcePart const& part, char* out);
+
+// True when `name` is regular under `rules`' tables.
+bool is_regular_tsql(char const* name, TsqlRules const& rules);
+
+// True when the system name `name` must be delimited to be written in code:
+// not regular, or reserved in the connection's version when `reserved`.
+bool needs_delimiters(char const* name, TsqlRules const& rules, bool reserved);
+
+}  // namespace zelstr::sql
+
+#endif  // ZELSTR_SQL_TSQL_RULES_H
