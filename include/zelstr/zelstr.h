@@ -37,6 +37,7 @@
 #include "zelstr/scratch.h"
 #include "zelstr/search.h"
 #include "zelstr/setdef.h"
+#include "zelstr/tokens.h"
 #include "zelstr/sqlsettings.h"
 #include "zelstr/trim.h"
 #include "zelstr/tsql.h"

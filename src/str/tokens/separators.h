@@ -1,0 +1,32 @@
+// separators.h - the separators of a tokenising call as a byte table.
+#ifndef ZELSTR_STR_TOKENS_SEPARATORS_H
+#define ZELSTR_STR_TOKENS_SEPARATORS_H
+
+#include <cstring>
+
+#include "chars/setdef.h"
+
+namespace zelstr::str::tokens {
+
+// 1 for each separator byte: a set definition ("[...]") or a plain list.
+// The terminator is never a separator.  False for a wrong set definition.
+inline bool separator_table(char const* separators, unsigned char (&table)[256]) {
+  if (separators[0] == '[') {
+    unsigned char const* const members = chars::compile_members(separators);
+    if (members == nullptr) return false;
+    std::memcpy(table, members, sizeof table);
+  } else {
+    std::memset(table, 0, sizeof table);
+    for (char const* p = separators; *p != '\0'; ++p) table[static_cast<unsigned char>(*p)] = 1;
+  }
+  table[0] = 0;
+  return true;
+}
+
+inline bool is_separator(unsigned char const (&table)[256], char c) {
+  return table[static_cast<unsigned char>(c)] != 0;
+}
+
+}  // namespace zelstr::str::tokens
+
+#endif  // ZELSTR_STR_TOKENS_SEPARATORS_H
