@@ -21,6 +21,8 @@ int run_sqlcase(Invocation& inv);
 int run_resword(Invocation& inv);
 int run_sysname(Invocation& inv);
 int run_plsqlname(Invocation& inv);
+int run_tsqlname(Invocation& inv);
+int run_qname(Invocation& inv);
 int run_demo(Invocation& inv);
 
 namespace {
@@ -94,6 +96,15 @@ constexpr Option kSysnameOptions[] = {
      "what the name is: 4 an ordinary name (default), 2 a database link, 8 a name that may "
      "begin with a digit"},
 };
+
+constexpr Option kTsqlnameOptions[] = {
+    {"--source", nullptr, "convert system names to their source form instead"},
+};
+constexpr Option kQnameOptions[] = {
+    {"--oracle", nullptr, "Oracle names: \"...\" delimits, @ starts a database link"},
+    {"--denormalize", nullptr, "print each T-SQL name in its shortest source form instead"},
+};
+constexpr Conflict kQnameConflicts[] = {{"--oracle", "--denormalize"}};
 
 constexpr Command kCommands[] = {
     {"find",
@@ -249,6 +260,35 @@ constexpr Command kCommands[] = {
      {"zelstr plsqlname EMP 'Mixed Case' VARRAY", "EMP\n\"Mixed Case\"\n\"VARRAY\"\n"},
      "0: every name was converted; 1: one was not, or there was none",
      run_plsqlname},
+    {"tsqlname",
+     "[--source] [NAME...]",
+     "convert T-SQL names between source form and system form",
+     "Prints the system form of each T-SQL source NAME (or each line of standard\n"
+     "input): a name in [...] or \"...\" loses its delimiters (doubled closing\n"
+     "marks become single), a regular name stays as written and must be valid.\n"
+     "With --source, prints the source form of each system NAME: delimited by\n"
+     "[...] when it is not regular or is a reserved word.  The settings are those\n"
+     "of SQL Server 2016 with quoted identifiers on; names have up to 128\n"
+     "characters.\n",
+     kTsqlnameOptions,
+     {"zelstr tsqlname '[Order Details]' dbo", "Order Details\ndbo\n"},
+     "0: every name was converted; 1: one was not, or there was none",
+     run_tsqlname},
+    {"qname",
+     "[--oracle|--denormalize] [FILE...]",
+     "split qualified names into their parts",
+     "Reads one qualified name a line from the files (or standard input) and\n"
+     "prints its parts in system form, tab-separated, empty parts empty:\n"
+     "server.database.schema.object for T-SQL (up to four parts; [...] and\n"
+     "\"...\" delimit), any number of parts and a last @link part for Oracle.\n"
+     "With --denormalize, prints each T-SQL name with every part in its shortest\n"
+     "source form.  A line that is not a name gets a message naming the line.\n",
+     kQnameOptions,
+     {"printf '[Sales].dbo..\"Order Details\"\\n' | zelstr qname",
+      "Sales\tdbo\t\tOrder Details\n"},
+     "0: every line was a name; 1: one was not, or there was none",
+     run_qname,
+     kQnameConflicts},
     {"demo",
      "",
      "run the built-in example",

@@ -1,7 +1,8 @@
 // sql_commands.cpp - the subcommands for SQL source code: sqlcase (T-SQL
 // code in one case, literals and comments kept), resword (is a word
-// reserved in a server version?), and sysname and plsqlname (PL/SQL names
-// from source form to system form and back).
+// reserved in a server version?), sysname and plsqlname (PL/SQL names
+// from source form to system form and back), tsqlname (the same for T-SQL)
+// and qname (the parts of qualified names).
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -86,14 +87,14 @@ std::string shown(char const* name) {
 
 // Prints each name converted; a name without a conversion gets a message.
 // Nothing to convert counts as nothing found.
+// `form`: the form converted to, as the message names it.
 template <class Convert>
-int convert_names(Invocation& inv, Convert convert) {
+int convert_names(Invocation& inv, char const* form, Convert convert) {
   bool failed = false, converted_one = false;
   for_each_word(inv, [&](char const* name) {
     ConvertedName const converted(name, convert(name));
     if (converted.get() == nullptr) {
-      inv.notice("'%s' has no %s form", shown(name).c_str(),
-                 std::strcmp(inv.command().name, "sysname") == 0 ? "system" : "source");
+      inv.notice("'%s' has no %s form", shown(name).c_str(), form);
       failed = true;
       return;
     }
@@ -166,12 +167,86 @@ int run_sysname(Invocation& inv) {
   if (char const* const k = inv.value("--kind"); k != nullptr && !parse_int(k, kind)) {
     return inv.usage_error("'%s' is not a kind", k);
   }
-  return convert_names(inv, [kind](char const* name) { return _zplsql2sysname(name, kind); });
+  return convert_names(inv, "system",
+                       [kind](char const* name) { return _zplsql2sysname(name, kind); });
 }
 
 // plsqlname [NAME...]: the source form of each system name.
 int run_plsqlname(Invocation& inv) {
-  return convert_names(inv, [](char const* name) { return _zsysname2plsql(name); });
+  return convert_names(inv, "source", [](char const* name) { return _zsysname2plsql(name); });
+}
+
+namespace {
+
+// The tool's T-SQL settings: SQL Server 2016, quoted identifiers and square
+// brackets on, "[" as the mark for names that need one, names of up to 128
+// characters.
+void const* tsql_connection() {
+  static char const key = 0;
+  static int const set = _ztsqlsetdefaults(&key, 2016, 129, 1, 1, '[', nullptr);
+  static_cast<void>(set);
+  return &key;
+}
+
+// A T-SQL conversion's result as a heap copy (NULL for none).
+char* tsql_copy(char const* name, bool to_source) {
+  if (name == nullptr || *name == '\0') return nullptr;
+  return to_source ? _zsysname2tsql(tsql_connection(), name, 0)
+                   : _ztsql2sysname(tsql_connection(), name);
+}
+
+void print_parts(char** parts, int count) {
+  std::string line;
+  for (int i = 0; i < count; ++i) line.append(i > 0 ? "\t" : "").append(parts[i]);
+  line += '\n';
+  write_out(line);
+}
+
+}  // namespace
+
+// tsqlname [--source] [NAME...]: the system form of each T-SQL source name,
+// or the source form of each system name.
+int run_tsqlname(Invocation& inv) {
+  bool const to_source = inv.flag("--source");
+  return convert_names(inv, to_source ? "source" : "system", [to_source](char const* name) {
+    return tsql_copy(name, to_source);
+  });
+}
+
+// qname [--oracle] [--denormalize] [FILE...]: the parts of each qualified
+// name, one a line, or the name in minimal source form.
+int run_qname(Invocation& inv) {
+  bool const oracle = inv.flag("--oracle"), denormalize = inv.flag("--denormalize");
+  if (oracle && denormalize) return inv.usage_error("--denormalize is for T-SQL names only");
+  CHTSQL const tsql(tsql_connection());
+  bool failed = false, named = false;
+  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
+    if (denormalize) {
+      char* canonical = const_cast<char*>(tsql.GetDenormalizedQualId(line, 0));
+      if (canonical != nullptr) {
+        write_picked_line(in, canonical);
+        named = true;
+        _zstrdupfree(canonical);
+        return true;
+      }
+    } else {
+      char** parts = nullptr;
+      int const n = oracle ? _zstrsplitqname(line, "\"", &parts)
+                           : tsql.SplitQualCodeName(line, &parts, 0);
+      if (n > 0) {
+        print_parts(parts, n);
+        named = true;
+        CHSQL::DeleteComponents(&parts, nullptr);
+        return true;
+      }
+    }
+    inv.notice("%s:%llu: '%s' is not a qualified name", in.name(),
+               static_cast<unsigned long long>(in.line_number()), shown(line).c_str());
+    failed = true;
+    return true;
+  });
+  if (named && !failed) inv.found();
+  return inv.exit_status();
 }
 
 }  // namespace zelstr::tool
