@@ -101,10 +101,15 @@ constexpr Option kTsqlnameOptions[] = {
     {"--source", nullptr, "convert system names to their source form instead"},
 };
 constexpr Option kQnameOptions[] = {
+    {"--tsql", nullptr, "T-SQL names (the default): up to four parts"},
     {"--oracle", nullptr, "Oracle names: \"...\" delimits, @ starts a database link"},
+    {"--quote", "CHARS",
+     "the delimiters that count: '\"', '[' or both (default: both for T-SQL, '\"' for Oracle)"},
+    {"--parts", nullptr, "print the parts (the default)"},
     {"--denormalize", nullptr, "print each T-SQL name in its shortest source form instead"},
 };
-constexpr Conflict kQnameConflicts[] = {{"--oracle", "--denormalize"}};
+constexpr Conflict kQnameConflicts[] = {
+    {"--tsql", "--oracle"}, {"--oracle", "--denormalize"}, {"--parts", "--denormalize"}};
 
 constexpr Command kCommands[] = {
     {"find",
@@ -275,14 +280,15 @@ constexpr Command kCommands[] = {
      "0: every name was converted; 1: one was not, or there was none",
      run_tsqlname},
     {"qname",
-     "[--oracle|--denormalize] [FILE...]",
+     "[--tsql|--oracle] [--quote CHARS] [--parts|--denormalize] [FILE...]",
      "split qualified names into their parts",
      "Reads one qualified name a line from the files (or standard input) and\n"
      "prints its parts in system form, tab-separated, empty parts empty:\n"
      "server.database.schema.object for T-SQL (up to four parts; [...] and\n"
      "\"...\" delimit), any number of parts and a last @link part for Oracle.\n"
-     "With --denormalize, prints each T-SQL name with every part in its shortest\n"
-     "source form.  A line that is not a name gets a message naming the line.\n",
+     "--quote limits the delimiters to those given.  With --denormalize, prints\n"
+     "each T-SQL name with every part in its shortest source form.  A line that\n"
+     "is not a name gets a message naming the line.\n",
      kQnameOptions,
      {"printf '[Sales].dbo..\"Order Details\"\\n' | zelstr qname",
       "Sales\tdbo\t\tOrder Details\n"},

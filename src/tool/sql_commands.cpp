@@ -195,6 +195,19 @@ char* tsql_copy(char const* name, bool to_source) {
                    : _ztsql2sysname(tsql_connection(), name);
 }
 
+// The settings qname uses for the delimiters given with --quote: both kinds
+// (SQL Server 2016, as tsqlname), brackets only (quoted identifiers off), or
+// double quotation marks only (a Sybase version, where brackets are off).
+void const* qname_connection(bool brackets, bool quotes) {
+  static char const keys[2] = {};
+  if (brackets && quotes) return tsql_connection();
+  void const* const key = &keys[brackets ? 0 : 1];
+  static int const set = _ztsqlsetdefaults(&keys[0], 2016, 129, 0, 1, '[', nullptr) +
+                         _ztsqlsetdefaults(&keys[1], 15, 129, 1, 0, '"', nullptr);
+  static_cast<void>(set);
+  return key;
+}
+
 void print_parts(char** parts, int count) {
   std::string line;
   for (int i = 0; i < count; ++i) line.append(i > 0 ? "\t" : "").append(parts[i]);
@@ -217,8 +230,14 @@ int run_tsqlname(Invocation& inv) {
 // name, one a line, or the name in minimal source form.
 int run_qname(Invocation& inv) {
   bool const oracle = inv.flag("--oracle"), denormalize = inv.flag("--denormalize");
-  if (oracle && denormalize) return inv.usage_error("--denormalize is for T-SQL names only");
-  CHTSQL const tsql(tsql_connection());
+  char const* const quote = inv.value("--quote");
+  bool const brackets = quote == nullptr || std::strchr(quote, '[') != nullptr;
+  bool const quotes = quote == nullptr || std::strchr(quote, '"') != nullptr;
+  if (quote != nullptr && (*quote == '\0' || std::strspn(quote, "[\"") != std::strlen(quote))) {
+    return inv.usage_error("--quote takes '\"', '[' or both, not '%s'", quote);
+  }
+  std::string const delimiters = std::string(brackets ? "[" : "") + (quotes ? "\"" : "");
+  CHTSQL const tsql(qname_connection(brackets, quotes));
   bool failed = false, named = false;
   for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
     if (denormalize) {
@@ -231,8 +250,8 @@ int run_qname(Invocation& inv) {
       }
     } else {
       char** parts = nullptr;
-      int const n = oracle ? _zstrsplitqname(line, "\"", &parts)
-                           : tsql.SplitQualCodeName(line, &parts, 0);
+      int const n = oracle ? _zstrsplitqname(line, quote != nullptr ? delimiters.c_str() : "\"", &parts)
+                           : tsql.SplitQualCodeName(line, &parts, quote != nullptr ? 1 : 0);
       if (n > 0) {
         print_parts(parts, n);
         named = true;
