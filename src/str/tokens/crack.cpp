@@ -82,7 +82,10 @@ char* token_end(char* p, unsigned char const (&separators)[256], char const (&cl
   return p;
 }
 
+// The unload step: the all-zero call for the unloading thread, then every
+// other thread's buffers.
 void release_all_threads() {
+  _zstrcrack(nullptr, nullptr, nullptr, nullptr);
   CrackSlot::for_each([](CrackBuffers& buffers) { buffers.release(); });
 }
 ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kCrackBuffers,
