@@ -18,10 +18,6 @@
 #include "sql/tsql_rules.h"
 #include "zelstr/tsql.h"
 
-namespace zelstr::sql {
-int tsql_to_source(void const* connection, char* name, unsigned long flags, char const* function);
-}
-
 namespace {
 
 using zelstr::frame::Unit;

@@ -57,6 +57,10 @@ bool is_regular_tsql(char const* name, TsqlRules const& rules);
 // not regular, or reserved in the connection's version when `reserved`.
 bool needs_delimiters(char const* name, TsqlRules const& rules, bool reserved);
 
+// _zsysname2tsql on `name` in place (`flags` 0: reserved words are
+// delimited; 1: kept), its warnings naming `function` (tsql_names.cpp).
+int tsql_to_source(void const* connection, char* name, unsigned long flags, char const* function);
+
 }  // namespace zelstr::sql
 
 #endif  // ZELSTR_SQL_TSQL_RULES_H
