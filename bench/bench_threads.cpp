@@ -53,7 +53,8 @@ std::string sql_line(int thread) {
 
 void regex_own(State& state) {
   std::string const line = sql_line(state.thread_index());
-  std::string const pattern = "JOIN +[a-z.]*Orders" + std::to_string(state.thread_index()) + " +([a-z]+)";
+  std::string const pattern =
+      "JOIN +[a-z.]*Orders" + std::to_string(state.thread_index()) + " +([a-z]+)";
   Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern.c_str());
   for (auto _ : state) benchmark::DoNotOptimize(Tcl_RegExpMatch(line.c_str(), re));
   Tcl_DeleteInterp(re);

@@ -34,7 +34,8 @@ void repeat(long n, F f) {
 Case const kCases[] = {
     {"search", [](long n) { repeat(n, [] { g_sink = _zstrstr(kLine, "Orders") != nullptr; }); }},
     {"isearch", [](long n) { repeat(n, [] { g_sink = _zstristr(kLine, "orders") != nullptr; }); }},
-    {"delimited", [](long n) { repeat(n, [] { g_sink = _zstrstr1(kLine, "o", " .") != nullptr; }); }},
+    {"delimited",
+     [](long n) { repeat(n, [] { g_sink = _zstrstr1(kLine, "o", " .") != nullptr; }); }},
     {"replace",
      [](long n) {
        repeat(n, [] {
@@ -51,7 +52,8 @@ Case const kCases[] = {
      }},
     {"quoted", [](long n) { repeat(n, [] { g_sink = _zstrquoted("Customers", '\'')[0]; }); }},
     {"clone", [](long n) { repeat(n, [] { g_sink = _zstrclone("Customers", 0)[0]; }); }},
-    {"printf", [](long n) { repeat(n, [] { g_sink = _zstrprintf("%s.%s", "dbo", "Orders")[0]; }); }},
+    {"printf",
+     [](long n) { repeat(n, [] { g_sink = _zstrprintf("%s.%s", "dbo", "Orders")[0]; }); }},
     {"upperized", [](long n) { repeat(n, [] { g_sink = _zstrupperized("Customers")[0]; }); }},
     {"setdef", [](long n) { repeat(n, [] { g_sink = _zstrspnex(kLine, "[A-Z]"); }); }},
     {"regex.match",
@@ -59,8 +61,7 @@ Case const kCases[] = {
        g_re = Tcl_RegExpCompile("JOIN +([a-z.]+)");
        repeat(n, [] { g_sink = Tcl_RegExpMatch(kLine, g_re); });
      }},
-    {"regex.matchre",
-     [](long n) { repeat(n, [] { g_sink = Tcl_MatchRE(kLine, "FROM +dbo"); }); }},
+    {"regex.matchre", [](long n) { repeat(n, [] { g_sink = Tcl_MatchRE(kLine, "FROM +dbo"); }); }},
     {"settings",
      [](long n) {
        repeat(n, [] {

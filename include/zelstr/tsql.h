@@ -63,8 +63,7 @@ ZELSTR_API int _zsysname2tsql(void const* const connection, char* name, int flag
 ZELSTR_API int _zsysname2tsql(char* name, int flags) noexcept;  // default settings
 // The same on a new copy with the room it needs (free it with
 // _zstrdupfree), or NULL.
-ZELSTR_API char* _zsysname2tsql(void const* const connection, char const* name,
-                                int flags) noexcept;
+ZELSTR_API char* _zsysname2tsql(void const* const connection, char const* name, int flags) noexcept;
 ZELSTR_API char* _zsysname2tsql(char const* name, int flags) noexcept;
 
 // Applies the character map `map` (map.h; typically a lower- or upper-

@@ -12,7 +12,7 @@
 namespace zelstr::frame {
 
 enum class OwnLock : int {
-  kSettings,    // the dialect settings registry
+  kSettings,  // the dialect settings registry
   kCount
 };
 

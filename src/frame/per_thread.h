@@ -71,9 +71,9 @@ inline void* existing(ThreadSlot slot) noexcept {
 }
 
 struct SlotKind {
-  void* (*make)() noexcept;       // a new object on the heap, NULL without memory
+  void* (*make)() noexcept;         // a new object on the heap, NULL without memory
   void (*destroy)(void*) noexcept;  // deletes one made by make
-  void* (*fallback)() noexcept;   // the shared object, made in place on first need
+  void* (*fallback)() noexcept;     // the shared object, made in place on first need
   void (*reset)(void*) noexcept;    // empties the fallback (destroys and remakes it)
 };
 

@@ -30,10 +30,10 @@ char const* _zmapdump2string(void const* map, int changedOnly) noexcept {
     if (same && changedOnly != 0) continue;
     char const* const head = c < 32 ? (same ? msg::kMapDumpSameNumber : msg::kMapDumpChangedNumber)
                                     : (same ? msg::kMapDumpSameChar : msg::kMapDumpChangedChar);
-    bool const written = text.strcatf(head, c) != nullptr &&
-                         (to < 32 ? text.strcatf(msg::kMapDumpNumber,
-                                                   static_cast<int>(static_cast<signed char>(to)))
-                                  : text.strcatf(msg::kMapDumpChar, to)) != nullptr;
+    bool const written =
+        text.strcatf(head, c) != nullptr &&
+        (to < 32 ? text.strcatf(msg::kMapDumpNumber, static_cast<int>(static_cast<signed char>(to)))
+                 : text.strcatf(msg::kMapDumpChar, to)) != nullptr;
     if (!written) return nullptr;
   }
   return text.gethos();

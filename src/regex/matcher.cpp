@@ -50,7 +50,10 @@ std::atomic<long> g_walk_limit{0};
 class Run {
  public:
   Run(Tcl_RegExp_* re, char const* bol, std::vector<Frame>& stack)
-      : m_re(re), m_bol(bol), m_stack(stack), m_limit(g_walk_limit.load(std::memory_order_relaxed)) {}
+      : m_re(re),
+        m_bol(bol),
+        m_stack(stack),
+        m_limit(g_walk_limit.load(std::memory_order_relaxed)) {}
 
   // 1 when the program matches at `at`, 0 when not, -1 on an error.
   int try_at(char const* at) {

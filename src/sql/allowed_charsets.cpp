@@ -64,7 +64,8 @@ struct ThreadCharsets {
     }
   }
 };
-using CharsetSlot = zelstr::frame::PerThread<ThreadCharsets, zelstr::frame::ThreadSlot::kSqlCharsets>;
+using CharsetSlot =
+    zelstr::frame::PerThread<ThreadCharsets, zelstr::frame::ThreadSlot::kSqlCharsets>;
 
 // Reads `definition` into `table`: a bracketed set definition, or a plain
 // list of characters.  False when it cannot be read.

@@ -1,5 +1,4 @@
 // htsql.cpp - the T-SQL dialect object.
-#include <cstring>
 
 #include "sql/connection_env.h"
 #include "sql/names.h"
@@ -28,14 +27,9 @@ CHTSQL::CHTSQL(CHTSQL const& other) noexcept = default;
 CHTSQL& CHTSQL::operator=(CHTSQL const& other) noexcept = default;
 CHTSQL::~CHTSQL() = default;
 
-int CHTSQL::IsValidSysName(char const* name, unsigned long /*kind*/) const noexcept {
-  if (name == nullptr || *name == '\0') return 0;
-  CConnectionEnv const* const settings =
-      CConnectionEnv::FindOrDefault(GetConnection(), 'T', nullptr);
-  if (settings == nullptr || std::strlen(name) >= static_cast<std::size_t>(settings->m_nMaxName)) {
-    return 0;
-  }
-  return is_regular(name, GetConnection()) ? 1 : 0;
+// _ztsqlvalidsysname, without its warning for NULL.
+int CHTSQL::IsValidSysName(char const* name, unsigned long kind) const noexcept {
+  return name != nullptr ? _ztsqlvalidsysname(GetConnection(), name, static_cast<int>(kind)) : 0;
 }
 
 int CHTSQL::DenormalizeId(char* buffer, unsigned long /*flags*/) const noexcept {

@@ -29,32 +29,32 @@ void warn_bad_argument(char const* function, int line = __builtin_LINE()) {
   warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function, line);
 }
 
-// The system form's length when `name` is a valid source-form name under
-// `rules` (a lone delimited part, or a regular name), else 0.
-std::size_t system_length(char const* name, sql::TsqlRules const& rules) {
-  std::size_t length;
+// Reads `name` (not empty) as one source-form name under `rules`: a lone
+// delimited part, or a regular name.  False when it is not one, or its
+// system form is empty or reaches the limit.
+bool read_source(char const* name, sql::TsqlRules const& rules, sql::NamePart& part) {
   if (rules.delimits(name[0])) {
-    sql::SourcePart part;
-    char const* const after = sql::read_delimited(name, part);
-    if (after == nullptr || *after != '\0') return 0;
-    length = part.length;
+    char const* const after = zelstr::str::tokens::read_delimited(name, part);
+    if (after == nullptr || *after != '\0') return false;
   } else {
-    if (!sql::is_regular_tsql(name, rules)) return 0;
-    length = std::strlen(name);
+    if (!sql::is_regular_tsql(name, rules)) return false;
+    part = sql::NamePart{name, name + std::strlen(name), '\0', std::strlen(name)};
   }
-  return length < rules.limit ? length : 0;
+  return part.length != 0 && part.length < rules.limit;
 }
 
 // Source form to system form under the rules of `connection`, reporting
 // as `function`.
 int to_system(void const* connection, char* name, char const* function) {
   sql::TsqlRules rules;
+  sql::NamePart part;
   if (name == nullptr || *name == '\0' || !sql::tsql_rules(connection, rules) ||
-      system_length(name, rules) == 0) {
+      !read_source(name, rules, part)) {
     warn_bad_argument(function);
     return 0;
   }
-  if (rules.delimits(name[0])) sql::undelimit(name, sql::closing_mark(name[0]));
+  // Moved down over the opening mark: the copy never overtakes its source.
+  if (part.close != '\0') zelstr::str::tokens::copy_part(part, name, part.length + 1);
   return 1;
 }
 
@@ -146,8 +146,9 @@ int CHTSQL::IsValidCodeName(char const* name) const noexcept {
     return 0;
   }
   sql::TsqlRules rules;
+  sql::NamePart part;
   if (*name == '\0' || !sql::tsql_rules(GetConnection(), rules)) return 0;
-  return system_length(name, rules) != 0 ? 1 : 0;
+  return read_source(name, rules, part) ? 1 : 0;
 }
 
 namespace zelstr::sql {

@@ -34,74 +34,35 @@ void warn(char const* text, char const* function, int line = __builtin_LINE()) {
                         line);
 }
 
-bool is_blank(char c) { return c == ' ' || c == '\t'; }
-char const* skip_blanks(char const* p) {
-  while (is_blank(*p)) ++p;
-  return p;
-}
+namespace tokens = zelstr::str::tokens;
 
 struct Parts {
-  sql::SourcePart part[kMaxParts];
+  sql::NamePart part[kMaxParts];
   int count = 0;
 };
 
-// A plain part from `p` up to the next dot or the end; NULL when it holds a
-// delimiter.
-char const* read_plain(char const* p, sql::SourcePart& part) {
-  part.close = '\0';
-  part.begin = p;
-  for (; *p != '\0' && *p != '.'; ++p) {
-    if (*p == '[' || *p == ']' || *p == '"') return nullptr;
-  }
-  char const* end = p;
-  while (end > part.begin && is_blank(end[-1])) --end;
-  part.end = end;
-  part.length = static_cast<std::size_t>(end - part.begin);
-  return p;
-}
+bool is_delimiter(char c) { return c == '[' || c == ']' || c == '"'; }
 
 // Reads the parts of `name`; false on a syntax error.  `any_delimiter`:
-// both kinds of delimiters count, whatever the settings say.
+// both kinds of delimiters count, whatever the settings say.  A plain part
+// runs to the next dot and holds no delimiter.
 bool read_parts(char const* name, sql::TsqlRules const& rules, bool any_delimiter, Parts& out) {
-  char const* p = name;
-  for (;;) {
-    p = skip_blanks(p);
+  for (char const* p = name;;) {
+    p = tokens::skip_blanks(p);
     if (out.count == kMaxParts) return false;
-    sql::SourcePart& part = out.part[out.count++];
-    bool const delimited = (*p == '[' || *p == '"') && (any_delimiter || rules.delimits(*p));
-    p = delimited ? sql::read_delimited(p, part) : read_plain(p, part);
+    sql::NamePart& part = out.part[out.count++];
+    if ((*p == '[' || *p == '"') && (any_delimiter || rules.delimits(*p))) {
+      p = tokens::read_delimited(p, part);
+    } else {
+      p = tokens::read_plain(p, part, [](char c) { return c == '.' || is_delimiter(c); });
+      if (is_delimiter(*p)) p = nullptr;
+    }
     if (p == nullptr || part.length >= rules.limit) return false;
-    p = skip_blanks(p);
+    p = tokens::skip_blanks(p);
     if (*p == '\0') return true;
     if (*p != '.') return false;
     ++p;
   }
-}
-
-void free_components(char** components, int count) {
-  for (int i = 0; i < count; ++i) delete[] components[i];
-  delete[] components;
-}
-
-// The parts as a NULL-terminated array of new strings, or NULL (counted)
-// when memory is short.
-char** components_of(Parts const& parts) {
-  auto** const components = new (std::nothrow) char*[static_cast<std::size_t>(parts.count) + 1];
-  if (components == nullptr) {
-    zelstr::frame::note_allocation_failure();
-    return nullptr;
-  }
-  for (int i = 0; i < parts.count; ++i) {
-    components[i] = new (std::nothrow) char[parts.part[i].length + 1];
-    if (components[i] == nullptr) {
-      zelstr::frame::note_allocation_failure();
-      free_components(components, i);
-      return nullptr;
-    }
-    sql::copy_system_form(parts.part[i], components[i]);
-  }
-  components[parts.count] = nullptr;
-  return components;
 }
 
 // Room for the parts in source form: each delimited, with its closing marks
@@ -136,7 +97,7 @@ int CHTSQL::SplitQualCodeName(char const* name, char*** components,
     warn(ErrHand_Msg_ERRSVC_INTERNAL_ERROR(), kFunction);
     return 0;
   }
-  *components = components_of(parts);
+  *components = tokens::new_components(parts.part, parts.count);
   return *components != nullptr ? parts.count : 0;
 }
 
@@ -166,7 +127,7 @@ int CHTSQL::DenormalizeQualId(char* buffer, unsigned long flags) const noexcept 
   bool written = true;
   for (int i = 0; i < parts.count && written; ++i) {
     if (i > 0) *out++ = '.';
-    sql::copy_system_form(parts.part[i], out);
+    tokens::copy_part(parts.part[i], out, parts.part[i].length + 1);
     // A part that needs delimiters the connection does not take cannot be
     // written (reported by the conversion).
     written = *out == '\0' || sql::tsql_to_source(GetConnection(), out, flags, kFunction) == 1;

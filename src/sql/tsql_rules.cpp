@@ -32,31 +32,6 @@ bool tsql_rules(void const* connection, TsqlRules& rules) {
   return true;
 }
 
-char const* read_delimited(char const* p, SourcePart& part) {
-  char const close = closing_mark(*p);
-  part.close = close;
-  part.begin = ++p;
-  part.length = 0;
-  for (;; ++p) {
-    if (*p == '\0') return nullptr;
-    if (*p == close) {
-      if (p[1] != close) break;
-      ++p;  // a doubled mark stands for one
-    }
-    ++part.length;
-  }
-  part.end = p;
-  return p + 1;
-}
-
-void copy_system_form(SourcePart const& part, char* out) {
-  for (char const* p = part.begin; p < part.end; ++p) {
-    *out++ = *p;
-    if (part.close != '\0' && *p == part.close) ++p;
-  }
-  *out = '\0';
-}
-
 bool is_regular_tsql(char const* name, TsqlRules const& rules) {
   return *name != '\0' && is_regular(name, rules.first, rules.others);
 }

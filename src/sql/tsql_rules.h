@@ -13,6 +13,8 @@
 
 #include <cstddef>
 
+#include "str/tokens/name_parts.h"
+
 namespace zelstr::sql {
 
 struct TsqlRules {
@@ -21,7 +23,7 @@ struct TsqlRules {
   char mark = '"';        // the opening mark that delimits a name that needs it
   std::size_t limit = 0;  // a system name is shorter than this
   int version = 0;
-  char const* first = nullptr;   // allowed-character tables
+  char const* first = nullptr;  // allowed-character tables
   char const* others = nullptr;
 
   bool delimits(char open) const { return open == '[' ? brackets : open == '"' && quotes; }
@@ -31,24 +33,10 @@ struct TsqlRules {
 // or character tables cannot be had.
 bool tsql_rules(void const* connection, TsqlRules& rules);
 
-// The closing mark of an opening one.
-inline char closing_mark(char open) { return open == '[' ? ']' : '"'; }
-
-// One part of a name as read from its source form.
-struct SourcePart {
-  char const* begin = nullptr;  // the part's text, delimiters excluded
-  char const* end = nullptr;
-  char close = '\0';            // the closing mark when delimited, doubled inside
-  std::size_t length = 0;       // of the system form (doubled marks counted once)
-};
-
-// Reads a delimited part whose opening mark is at `p`: fills `part` and
-// returns the position just past the closing mark, or NULL when the part is
-// not closed before the terminator.
-char const* read_delimited(char const* p, SourcePart& part);
-
-// Copies the system form of `part` to `out` (room for part.length + 1).
-void copy_system_form(SourcePart const& part, char* out);
+// A part's delimiters and system form are read as every splitter reads
+// them (str/tokens/name_parts.h).
+using str::tokens::closing_mark;
+using str::tokens::NamePart;
 
 // True when `name` is regular under `rules`' tables.
 bool is_regular_tsql(char const* name, TsqlRules const& rules);

@@ -290,8 +290,7 @@ constexpr Command kCommands[] = {
      "each T-SQL name with every part in its shortest source form.  A line that\n"
      "is not a name gets a message naming the line.\n",
      kQnameOptions,
-     {"printf '[Sales].dbo..\"Order Details\"\\n' | zelstr qname",
-      "Sales\tdbo\t\tOrder Details\n"},
+     {"printf '[Sales].dbo..\"Order Details\"\\n' | zelstr qname", "Sales\tdbo\t\tOrder Details\n"},
      "0: every line was a name; 1: one was not, or there was none",
      run_qname,
      kQnameConflicts},

@@ -178,14 +178,27 @@ int run_plsqlname(Invocation& inv) {
 
 namespace {
 
-// The tool's T-SQL settings: SQL Server 2016, quoted identifiers and square
-// brackets on, "[" as the mark for names that need one, names of up to 128
-// characters.
-void const* tsql_connection() {
-  static char const key = 0;
-  static int const set = _ztsqlsetdefaults(&key, 2016, 129, 1, 1, '[', nullptr);
+// The tool's T-SQL settings, by the delimiters that count: both (SQL Server
+// 2016 with quoted identifiers on, the default of tsqlname and qname),
+// brackets only (quoted identifiers off), or double quotation marks only (a
+// Sybase version, where brackets are off).  "[" is the mark for names that
+// need one where it delimits; names have up to 128 characters.
+void const* tsql_connection(bool brackets = true, bool quotes = true) {
+  struct Setting {
+    int version, quoted_id, bracketed_id;
+    char mark;
+  };
+  static constexpr Setting kSettings[] = {{2016, 1, 1, '['}, {2016, 0, 1, '['}, {15, 1, 0, '"'}};
+  static char const keys[3] = {};
+  static bool const set = [] {
+    for (int i = 0; i < 3; ++i) {
+      Setting const& s = kSettings[i];
+      _ztsqlsetdefaults(&keys[i], s.version, 129, s.quoted_id, s.bracketed_id, s.mark, nullptr);
+    }
+    return true;
+  }();
   static_cast<void>(set);
-  return &key;
+  return &keys[brackets && quotes ? 0 : brackets ? 1 : 2];
 }
 
 // A T-SQL conversion's result as a heap copy (NULL for none).
@@ -193,19 +206,6 @@ char* tsql_copy(char const* name, bool to_source) {
   if (name == nullptr || *name == '\0') return nullptr;
   return to_source ? _zsysname2tsql(tsql_connection(), name, 0)
                    : _ztsql2sysname(tsql_connection(), name);
-}
-
-// The settings qname uses for the delimiters given with --quote: both kinds
-// (SQL Server 2016, as tsqlname), brackets only (quoted identifiers off), or
-// double quotation marks only (a Sybase version, where brackets are off).
-void const* qname_connection(bool brackets, bool quotes) {
-  static char const keys[2] = {};
-  if (brackets && quotes) return tsql_connection();
-  void const* const key = &keys[brackets ? 0 : 1];
-  static int const set = _ztsqlsetdefaults(&keys[0], 2016, 129, 0, 1, '[', nullptr) +
-                         _ztsqlsetdefaults(&keys[1], 15, 129, 1, 0, '"', nullptr);
-  static_cast<void>(set);
-  return key;
 }
 
 void print_parts(char** parts, int count) {
@@ -221,9 +221,8 @@ void print_parts(char** parts, int count) {
 // or the source form of each system name.
 int run_tsqlname(Invocation& inv) {
   bool const to_source = inv.flag("--source");
-  return convert_names(inv, to_source ? "source" : "system", [to_source](char const* name) {
-    return tsql_copy(name, to_source);
-  });
+  return convert_names(inv, to_source ? "source" : "system",
+                       [to_source](char const* name) { return tsql_copy(name, to_source); });
 }
 
 // qname [--oracle] [--denormalize] [FILE...]: the parts of each qualified
@@ -237,7 +236,7 @@ int run_qname(Invocation& inv) {
     return inv.usage_error("--quote takes '\"', '[' or both, not '%s'", quote);
   }
   std::string const delimiters = std::string(brackets ? "[" : "") + (quotes ? "\"" : "");
-  CHTSQL const tsql(qname_connection(brackets, quotes));
+  CHTSQL const tsql(tsql_connection(brackets, quotes));
   bool failed = false, named = false;
   for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
     if (denormalize) {
@@ -250,8 +249,9 @@ int run_qname(Invocation& inv) {
       }
     } else {
       char** parts = nullptr;
-      int const n = oracle ? _zstrsplitqname(line, quote != nullptr ? delimiters.c_str() : "\"", &parts)
-                           : tsql.SplitQualCodeName(line, &parts, quote != nullptr ? 1 : 0);
+      int const n =
+          oracle ? _zstrsplitqname(line, quote != nullptr ? delimiters.c_str() : "\"", &parts)
+                 : tsql.SplitQualCodeName(line, &parts, quote != nullptr ? 1 : 0);
       if (n > 0) {
         print_parts(parts, n);
         named = true;

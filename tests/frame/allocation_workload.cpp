@@ -76,6 +76,22 @@ std::string converted_names(CHSQL const& dialect, std::initializer_list<char con
 int const kConnection = 0;
 void const* const kKey = &kConnection;
 
+// Makes a dialect object for the connection, kept in `kept`.
+template <class Dialect>
+std::string made_object(Dialect*& kept) {
+  kept = library([] { return new Dialect(kKey); });
+  return kept != nullptr ? std::string("made") : "(null)";
+}
+
+// converted_names on a copy of the kept object.
+template <class Dialect>
+std::string names_of_copy(Dialect const* kept, std::initializer_list<char const*> names,
+                          unsigned long kind) {
+  if (kept == nullptr) return "no object";
+  Dialect const copy(*kept);
+  return converted_names(copy, names, kind);
+}
+
 // A pattern longer than the search keeps in place: searching it ignoring
 // case (or through a map) allocates its folded copy.
 constexpr char kLongPattern[] =
@@ -507,31 +523,17 @@ std::vector<Step> sql_steps() {
          return text(static_cast<long>(defaults)) + text(static_cast<long>(tsql)) +
                 text(static_cast<long>(plsql));
        }},
-      {"dialects", "tsql object",
-       [] {
-         g_kept.tsql = library([] { return new CHTSQL(kKey); });
-         return g_kept.tsql != nullptr ? std::string("made") : "(null)";
-       },
-       "(null)"},
+      {"dialects", "tsql object", [] { return made_object(g_kept.tsql); }, "(null)"},
       {"dialects", "tsql names",
        [] {
-         if (g_kept.tsql == nullptr) return std::string("no object");
-         CHTSQL const copy(*g_kept.tsql);
-         return converted_names(copy, {"Order Details of the year", "[Order]]Details of the year]"},
-                                0);
+         return names_of_copy(g_kept.tsql,
+                              {"Order Details of the year", "[Order]]Details of the year]"}, 0);
        }},
-      {"dialects", "plsql object",
-       [] {
-         g_kept.plsql = library([] { return new CHPLSQL(kKey); });
-         return g_kept.plsql != nullptr ? std::string("made") : "(null)";
-       },
-       "(null)"},
+      {"dialects", "plsql object", [] { return made_object(g_kept.plsql); }, "(null)"},
       {"dialects", "plsql names",
        [] {
-         if (g_kept.plsql == nullptr) return std::string("no object");
-         CHPLSQL const copy(*g_kept.plsql);
-         return converted_names(copy, {"Mixed Case Name Here", "\"Delimited \"\"Name\"\" Here\""},
-                                1);
+         return names_of_copy(g_kept.plsql,
+                              {"Mixed Case Name Here", "\"Delimited \"\"Name\"\" Here\""}, 1);
        }},
       {"dialects", "plsql copies",
        [] {

@@ -7,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "support/library_text.h"
 #include "zelstr/zelstr.h"
 
 namespace {
+
+using zelstr::test::vprint;
 
 constexpr std::size_t kArena = 655360;
 
@@ -126,14 +129,6 @@ TEST_F(Scratch, ATextLongerThanTheArenaIsCutWithAMessageBox) {
   EXPECT_EQ(g_boxes[0].text, "Result string truncated to 639 Kb.");
   EXPECT_EQ(g_boxes[0].caption, "WARNING: _zstrprintf()");
   EXPECT_EQ(g_boxes[0].style, 4144u);
-}
-
-char* vprint(char const* format, ...) {
-  va_list args;
-  va_start(args, format);
-  char* const result = _zstrvprintf(format, args);
-  va_end(args);
-  return result;
 }
 
 TEST_F(Scratch, VprintfHasAnArenaOfItsOwn) {

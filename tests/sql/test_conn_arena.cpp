@@ -7,10 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "support/library_text.h"
 #include "support/warnings.h"
 #include "zelstr/zelstr.h"
 
 namespace {
+
+using zelstr::test::owned;
 
 char g_keys[8];
 void const* key(int i) { return &g_keys[i]; }
@@ -73,13 +76,6 @@ TEST(CHSQL, DeleteComponentsFreesAndClears) {
   EXPECT_EQ(nullptr, two);
   CHSQL::DeleteComponents(&parts, nullptr);  // nothing left: nothing happens
   CHSQL::DeleteComponents(nullptr, nullptr);
-}
-
-std::string owned(char const* copy) {
-  std::string const text = copy == nullptr ? "<null>" : copy;
-  char* p = const_cast<char*>(copy);
-  _zstrdupfree(p);
-  return text;
 }
 
 TEST(CHSQL, PlsqlObjectThroughTheInterface) {

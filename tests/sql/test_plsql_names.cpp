@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "support/library_text.h"
 #include "support/warnings.h"
 #include "zelstr/zelstr.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 using zelstr::test::filed_exactly;
 using zelstr::test::filed_nothing;
+using zelstr::test::owned;
 
 // The character tables are shared by all connections and rebuilt only for
 // settings that changed: setting the defaults again makes the defaults' own
@@ -27,12 +29,6 @@ class PlsqlNames : public zelstr::test::WarningsTest {
 
 char g_keys[4];
 void const* key(int i) { return &g_keys[i]; }
-
-std::string owned(char* copy) {
-  std::string const text = copy == nullptr ? "<null>" : copy;
-  _zstrdupfree(copy);
-  return text;
-}
 
 struct Conversion {
   char const* given;
@@ -75,14 +71,11 @@ TEST_F(PlsqlNames, SourceToSystemInPlace) {
 
 TEST_F(PlsqlNames, SystemToSourceInPlace) {
   Conversion const cases[] = {
-      {"EMP", 0, "EMP", 1},
-      {"Emp", 0, "\"Emp\"", 1},
+      {"EMP", 0, "EMP", 1},           {"Emp", 0, "\"Emp\"", 1},
       {"VARRAY", 0, "\"VARRAY\"", 1},  // reserved in the default version 152
       {"VARRAY", 1, "VARRAY", 1},      // flags skip the reserved-word test
-      {"A\"B", 0, "\"A\"\"B\"", 1},
-      {"\"", 0, "\"\"\"\"", 1},
-      {"_X", 0, "\"_X\"", 1},
-      {"X_1$#", 0, "X_1$#", 1},
+      {"A\"B", 0, "\"A\"\"B\"", 1},   {"\"", 0, "\"\"\"\"", 1},
+      {"_X", 0, "\"_X\"", 1},         {"X_1$#", 0, "X_1$#", 1},
   };
   for (Conversion const& c : cases) {
     char buffer[32] = {};

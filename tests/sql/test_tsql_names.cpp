@@ -3,18 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <initializer_list>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "support/library_text.h"
 #include "support/warnings.h"
 #include "zelstr/zelstr.h"
 
 namespace {
 
+using zelstr::test::cat;
 using zelstr::test::filed_exactly;
 using zelstr::test::filed_nothing;
+using zelstr::test::owned;
 
 // Connections: SQL Server 2016 with quoted identifiers on, brackets by
 // default and names of up to 128 characters; Sybase 15 with both flags
@@ -38,19 +39,6 @@ zelstr::test::ExpectedWarning tsql_warning(char const* text, std::string functio
   return {-1, text, 4, "connfortsqlstrfncs", std::move(function)};
 }
 
-// Joins its parts (GCC 12 warns wrongly about some chains of string +).
-std::string cat(std::initializer_list<std::string_view> parts) {
-  std::string out;
-  for (std::string_view part : parts) out.append(part);
-  return out;
-}
-
-std::string owned(char* copy) {
-  std::string const text = copy == nullptr ? "<null>" : copy;
-  _zstrdupfree(copy);
-  return text;
-}
-
 struct Conversion {
   void const* connection;
   char const* given;
@@ -60,7 +48,7 @@ struct Conversion {
 TEST_F(TsqlNames, SourceToSystem) {
   std::string const longest = std::string(128, 'n');
   std::string const too_long = std::string(129, 'n');
-    Conversion const cases[] = {
+  Conversion const cases[] = {
       {kServer, "Orders", "Orders"},  // case kept
       {kServer, "#tmp", "#tmp"},
       {kServer, "@v", "@v"},
@@ -70,17 +58,17 @@ TEST_F(TsqlNames, SourceToSystem) {
       {kServer, "[a.b]", "a.b"},
       {kServer, longest.c_str(), longest.c_str()},
       {kServer, too_long.c_str(), nullptr},
-      {kServer, "[abc", nullptr},        // unterminated
-      {kServer, "[a]b]", nullptr},       // an inner ] not doubled
-      {kServer, "[a]x", nullptr},        // text after the delimiter
-      {kServer, "[]", nullptr},          // empty system name
-      {kServer, "a b", nullptr},         // not regular
+      {kServer, "[abc", nullptr},   // unterminated
+      {kServer, "[a]b]", nullptr},  // an inner ] not doubled
+      {kServer, "[a]x", nullptr},   // text after the delimiter
+      {kServer, "[]", nullptr},     // empty system name
+      {kServer, "a b", nullptr},    // not regular
       {kServer, "1abc", nullptr},
       {kServer, "", nullptr},
-      {kSybase, "[a]", nullptr},         // brackets off on Sybase
-      {kSybase, "\"a\"", nullptr},       // a string literal there
+      {kSybase, "[a]", nullptr},    // brackets off on Sybase
+      {kSybase, "\"a\"", nullptr},  // a string literal there
       {kSybase, "plain", "plain"},
-      {kBrackets, "\"a\"", nullptr},     // quoted identifiers off
+      {kBrackets, "\"a\"", nullptr},  // quoted identifiers off
       {kBrackets, "[a\"b]", "a\"b"},
   };
   for (Conversion const& c : cases) {
@@ -100,17 +88,12 @@ TEST_F(TsqlNames, SourceToSystem) {
 
 TEST_F(TsqlNames, SystemToSource) {
   Conversion const cases[] = {
-      {kServer, "Orders", "Orders"},
-      {kServer, "Order Details", "\"Order Details\""},
-      {kServer, "a\"b", "\"a\"\"b\""},
-      {kServer, "1st", "\"1st\""},
-      {kServer, "$x", "\"$x\""},
-      {kServer, "a.b", "\"a.b\""},
-      {kServer, "##global", "##global"},
-      {kServer, "@var", "@var"},
+      {kServer, "Orders", "Orders"},     {kServer, "Order Details", "\"Order Details\""},
+      {kServer, "a\"b", "\"a\"\"b\""},   {kServer, "1st", "\"1st\""},
+      {kServer, "$x", "\"$x\""},         {kServer, "a.b", "\"a.b\""},
+      {kServer, "##global", "##global"}, {kServer, "@var", "@var"},
       {kServer, "select", "\"select\""},  // reserved
-      {kServer, "Select", "\"Select\""},
-      {kBrackets, "a]b", "[a]]b]"},
+      {kServer, "Select", "\"Select\""}, {kBrackets, "a]b", "[a]]b]"},
       {kBrackets, "a b", "[a b]"},
   };
   for (Conversion const& c : cases) {
@@ -145,12 +128,11 @@ TEST_F(TsqlNames, NullArgumentsWarnAndFallBack) {
   EXPECT_EQ(parts, nullptr);
   EXPECT_EQ(object.SplitQualCodeName("a.b", &parts, 7), 0);
   char const* const bad = ErrHand_Msg_ERRSVC_BAD_ARGUMENT();
-  EXPECT_TRUE(filed_exactly({tsql_warning(bad), tsql_warning(bad), tsql_warning(bad),
-                             tsql_warning(bad), tsql_warning(bad),
-                             tsql_warning(bad, "CHTSQL::IsValidCodeName()"),
-                             tsql_warning(bad, "CHTSQL::SplitQualCodeName()"),
-                             tsql_warning(ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(),
-                                          "CHTSQL::SplitQualCodeName()")}));
+  EXPECT_TRUE(filed_exactly(
+      {tsql_warning(bad), tsql_warning(bad), tsql_warning(bad), tsql_warning(bad),
+       tsql_warning(bad), tsql_warning(bad, "CHTSQL::IsValidCodeName()"),
+       tsql_warning(bad, "CHTSQL::SplitQualCodeName()"),
+       tsql_warning(ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(), "CHTSQL::SplitQualCodeName()")}));
 }
 
 TEST_F(TsqlNames, ValidNames) {
@@ -298,7 +280,7 @@ TEST_F(TsqlNames, DenormalizedNamesSplitBackToTheirParts) {
       }
       if (source.empty()) continue;  // one empty part: no name at all
       ASSERT_EQ(split(connection, source.c_str()), expected) << source;
-      std::string const again = owned(const_cast<char*>(object.GetDenormalizedQualId(source.c_str(), 0)));
+      std::string const again = owned(object.GetDenormalizedQualId(source.c_str(), 0));
       ASSERT_EQ(again, source) << "source form is already minimal";
     }
   }
@@ -314,10 +296,8 @@ TEST_F(TsqlNames, DenormalizingKeepsTheParts) {
     ASSERT_EQ(object.DenormalizeQualId(buffer.data(), 0), 1) << s.name;
     EXPECT_EQ(split(kServer, buffer.c_str()), s.parts) << s.name << " -> " << buffer.c_str();
   }
-  EXPECT_EQ(owned(const_cast<char*>(object.GetDenormalizedQualId("[dbo] . [Orders]", 0))),
-            "dbo.Orders");
-  EXPECT_EQ(owned(const_cast<char*>(object.GetDenormalizedQualId("dbo.[Order Details]", 0))),
-            "dbo.\"Order Details\"");
+  EXPECT_EQ(owned(object.GetDenormalizedQualId("[dbo] . [Orders]", 0)), "dbo.Orders");
+  EXPECT_EQ(owned(object.GetDenormalizedQualId("dbo.[Order Details]", 0)), "dbo.\"Order Details\"");
   EXPECT_TRUE(filed_nothing());
 }
 

@@ -99,11 +99,26 @@ TEST_F(Tokens, BadArgumentsWarn) {
   char** parts = nullptr;
   EXPECT_EQ(_zstrsplitqname("a.b", "[x", &parts), 0);
   EXPECT_TRUE(filed_exactly({
-      {-1, "_zstrgetNth() - Warning: <string> or <separators> given in argument is NULL: NULL was returned as result.", 2},
-      {-1, "_zstrgetNth() - Warning: <n> given in argument is smaller than 1: NULL was returned as result.", 2},
-      {-1, "_zstrgetNth() - Warning: <separators> given in argument is not a valid set definition: NULL was returned as result.", 2},
-      {-1, "_zstrcrack() - Warning: <string>, <separators> or <tokens> given in argument is NULL, or <separators> is not a valid set definition: 0 was returned as number of tokens.", 2},
-      {-1, "_zstrsplitqname() - Warning: <name> or <parts> given in argument is NULL, or <delimiters> holds a character other than '[' and '\"': 0 was returned as number of parts.", 2},
+      {-1,
+       "_zstrgetNth() - Warning: <string> or <separators> given in argument is NULL: NULL was "
+       "returned as result.",
+       2},
+      {-1,
+       "_zstrgetNth() - Warning: <n> given in argument is smaller than 1: NULL was returned as "
+       "result.",
+       2},
+      {-1,
+       "_zstrgetNth() - Warning: <separators> given in argument is not a valid set definition: "
+       "NULL was returned as result.",
+       2},
+      {-1,
+       "_zstrcrack() - Warning: <string>, <separators> or <tokens> given in argument is NULL, or "
+       "<separators> is not a valid set definition: 0 was returned as number of tokens.",
+       2},
+      {-1,
+       "_zstrsplitqname() - Warning: <name> or <parts> given in argument is NULL, or <delimiters> "
+       "holds a character other than '[' and '\"': 0 was returned as number of parts.",
+       2},
   }));
 }
 
@@ -140,7 +155,7 @@ TEST_F(Tokens, QualifiedNamesByExample) {
   char* into[] = {a, b, c};
   EXPECT_EQ(_zstrsplitqname("dbo.[Order Details]", "[", into, 3, sizeof a), 2);
   EXPECT_STREQ(a, "dbo");
-  EXPECT_STREQ(b, "Order D");  // cut to the buffer
+  EXPECT_STREQ(b, "Order D");                                        // cut to the buffer
   EXPECT_EQ(_zstrsplitqname("w.x.y.z", "[", into, 3, sizeof a), 0);  // more parts than buffers
   EXPECT_TRUE(filed_nothing());
 }

@@ -18,9 +18,13 @@
 #include <vector>
 
 #include "errsvc/errsvc.h"
+#include "support/library_text.h"
 #include "zelstr/zelstr.h"
 
 namespace {
+
+using zelstr::test::cat;
+using zelstr::test::vprint;
 
 constexpr int kThreads = 8;
 constexpr int kRounds = 24;
@@ -34,8 +38,7 @@ Connection g_connections[kThreads];
 class Transcript {
  public:
   template <class T>
-    requires std::is_arithmetic_v<T>
-  Transcript& operator<<(T const& value) {
+  requires std::is_arithmetic_v<T> Transcript& operator<<(T const& value) {
     m_text += std::to_string(value);
     m_text += ' ';
     return *this;
@@ -52,13 +55,7 @@ class Transcript {
   std::string m_text;
 };
 
-// Joins its parts (GCC 12 warns wrongly about some chains of string +).
-template <class... Parts>
-std::string cat(Parts const&... parts) {
-  std::string out;
-  (out.append(parts), ...);
-  return out;
-}
+std::string one_byte(int c) { return std::string(1, static_cast<char>(c)); }
 
 long offset(char const* base, char const* p) { return p == nullptr ? -1 : p - base; }
 
@@ -66,14 +63,6 @@ std::string word(std::mt19937& rng, int length) {
   std::string w;
   for (int i = 0; i < length; ++i) w += static_cast<char>('a' + rng() % 6);
   return w;
-}
-
-char* vprint(char const* format, ...) {
-  va_list args;
-  va_start(args, format);
-  char* const result = _zstrvprintf(format, args);
-  va_end(args);
-  return result;
 }
 
 // What one thread computes in one round.
@@ -86,7 +75,7 @@ struct Round {
 
   Round(int t, int round, Transcript& transcript)
       : thread(t), rng(static_cast<unsigned>(t * 1000 + round)), out(transcript) {
-    pattern = cat("x", std::to_string(t), word(rng, 3 + t), "z");
+    pattern = cat({"x", std::to_string(t), word(rng, 3 + t), "z"});
     text = word(rng, 4096);
     text.replace(1000 + 37 * t, pattern.size(), pattern);
     text.replace(3000 - 11 * t, pattern.size(), pattern);
@@ -96,7 +85,7 @@ struct Round {
     char const* const s = text.c_str();
     std::string upper = pattern;
     std::transform(upper.begin(), upper.end(), upper.begin(), ::toupper);
-    std::string const delimiters = std::string(1, static_cast<char>('a' + thread % 6));
+    std::string const delimiters = one_byte('a' + thread % 6);
     out << offset(s, _zstrstr(s, pattern.c_str())) << offset(s, _zstristr(s, upper.c_str()))
         << offset(s, _zstrrstr(s, pattern.c_str())) << _zstrstrcnt(s, pattern.c_str())
         << offset(s, _zstrstr1(s, pattern.c_str(), delimiters.c_str()))
@@ -106,10 +95,10 @@ struct Round {
   void replacements() {
     std::vector<char> buffer(text.size() * 2 + 64);
     std::strcpy(buffer.data(), text.c_str());
-    std::string const by = cat("<", std::to_string(thread), ">");
+    std::string const by = cat({"<", std::to_string(thread), ">"});
     _zstrNreplace(buffer.data(), pattern.c_str(), by.c_str(), buffer.size() - 1);
     out << std::string(buffer.data());
-    std::strcpy(buffer.data(), cat("keep(", pattern, "(drop)", ")tail").c_str());
+    std::strcpy(buffer.data(), cat({"keep(", pattern, "(drop)", ")tail"}).c_str());
     out << _zstrpurge(buffer.data(), const_cast<char*>("("), const_cast<char*>(")"), thread % 2);
   }
 
@@ -118,12 +107,12 @@ struct Round {
     char const* const quoted = _zstrquoted(w.c_str(), '\'');
     char const* const encapsulated = _zstrencapsulated(w.c_str(), '[', ']');
     char const* const unquoted = _zstrunquoted(quoted, '\'', nullptr);
-    std::string framed = cat("{", w, "}");
+    std::string framed = cat({"{", w, "}"});
     char const* const unencapsulated = _zstrunencapsulated(framed.data(), '{', '}');
     // Each result stays valid until the next call of its own function.
     out << quoted << encapsulated << unquoted << unencapsulated;
     std::string pieces;
-    for (int i = 0; i < 4 + thread; ++i) pieces += cat("<", word(rng, 1 + i % 4), ">..");
+    for (int i = 0; i < 4 + thread; ++i) pieces += cat({"<", word(rng, 1 + i % 4), ">.."});
     std::string copy = pieces;
     for (char* p = _zstrextract(pieces.data(), "<", ">", 1); p != nullptr;
          p = _zstrextract(nullptr, "<", ">", 1)) {
@@ -143,14 +132,15 @@ struct Round {
   }
 
   void sets() {
-    std::string const setdef = cat("[a-", std::string(1, static_cast<char>('a' + thread % 6)), "]");
+    std::string const setdef = cat({"[a-", one_byte('a' + thread % 6), "]"});
     std::string const w = word(rng, 12);
-    out << _zstrspnex(w.c_str(), setdef.c_str()) << offset(w.c_str(), _zstrcposex(w.c_str(), setdef.c_str()));
+    out << _zstrspnex(w.c_str(), setdef.c_str())
+        << offset(w.c_str(), _zstrcposex(w.c_str(), setdef.c_str()));
   }
 
   void maps() {
-    std::string const definition = cat("a-", std::string(1, static_cast<char>('a' + thread % 6)), "=",
-                                       std::string(1, static_cast<char>('A' + thread % 6)));
+    std::string const definition =
+        cat({"a-", one_byte('a' + thread % 6), "=", one_byte('A' + thread % 6)});
     void* const map = _zmapdefine(definition.c_str());
     out << _zmapdump2string(map, 1);
     out << offset(text.c_str(), _zmapstrstr(map, text.c_str(), pattern.c_str()));
@@ -162,11 +152,12 @@ struct Round {
     for (int i = 0; i < 3 + thread; ++i) grown.strcatf("%d,%s;", i, pattern.c_str());
     out << grown.gethos();
     CFindAllStr all(text.c_str(), pattern.c_str(), thread % 2);
-    for (char* p = all.FindByXOR(1); p != nullptr; p = all.FindByXOR(1)) out << offset(text.c_str(), p);
+    for (char* p = all.FindByXOR(1); p != nullptr; p = all.FindByXOR(1))
+      out << offset(text.c_str(), p);
   }
 
   void regexes() {
-    std::string const p = cat("(", pattern.substr(0, 2), ")([a-f]+)z");
+    std::string const p = cat({"(", pattern.substr(0, 2), ")([a-f]+)z"});
     Tcl_RegExp_* const own = Tcl_RegExpCompile(p.c_str());
     out << Tcl_RegExpMatch(text.c_str(), own);
     char const* start = nullptr;
@@ -181,7 +172,7 @@ struct Round {
     out << Tcl_RegExpMatch(text.c_str(), cached);
     Tcl_RegExpRange(cached, 1, &start, &end);
     out << offset(text.c_str(), start);
-    out << Tcl_MatchRE(text.c_str(), cat(pattern, "$|^", pattern).c_str());
+    out << Tcl_MatchRE(text.c_str(), cat({pattern, "$|^", pattern}).c_str());
 
     // The error text and the switch are the thread's own.
     Tcl_RegExp_* const bad = Tcl_RegExpCompile(thread % 2 == 0 ? "a(" : "*a");
@@ -197,20 +188,20 @@ struct Round {
   void dialects() {
     void const* const connection = &g_connections[thread];
     int const version = thread % 2 == 0 ? 8 : 15;
-    std::string const first = cat("[a-", std::string(1, static_cast<char>('c' + thread)), "_]");
+    std::string const first = cat({"[a-", one_byte('c' + thread), "_]"});
     out << _ztsqlsetdefaults(connection, version, 100 + thread, 1, thread % 2, '[', first.c_str());
     int v = 0, max_name = 0, quoted = 0, bracketed = 0;
     char quote = 0;
     char const* allowed = nullptr;
-    out << _ztsqlgetdefaults(connection, &v, &max_name, &quoted, &bracketed, &quote, &allowed)
-        << v << max_name << quoted << bracketed << static_cast<int>(quote) << allowed;
+    out << _ztsqlgetdefaults(connection, &v, &max_name, &quoted, &bracketed, &quote, &allowed) << v
+        << max_name << quoted << bracketed << static_cast<int>(quote) << allowed;
     char* first_table = nullptr;
     char* other_table = nullptr;
     out << _zstr_build_tsql_allowed_charsets(first_table, other_table, connection);
     std::string row;
     for (int c = 'a'; c <= 'z'; ++c) row += first_table[c] != 0 ? '1' : '0';
     out << row << _zistsqlresword("MERGE", version) << _zistsqlresword(pattern.c_str(), version);
-    std::string name = cat(pattern, "\"q");
+    std::string name = cat({pattern, "\"q"});
     out << _zplsql2sysname(name.data(), 4) << name;
   }
 
@@ -242,7 +233,7 @@ std::string transcript_of(int thread) {
 
 std::vector<std::string> texts_of(std::vector<errsvc::Record> const& records) {
   std::vector<std::string> texts;
-  for (auto const& r : records) texts.push_back(cat(r.text, " @", r.function));
+  for (auto const& r : records) texts.push_back(cat({r.text, " @", r.function}));
   std::sort(texts.begin(), texts.end());
   return texts;
 }
@@ -257,7 +248,8 @@ TEST(Families, EightThreadsGetTheResultsOfOne) {
 
   std::vector<std::string> seen(kThreads);
   std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) threads.emplace_back([&seen, t] { seen[t] = transcript_of(t); });
+  for (int t = 0; t < kThreads; ++t)
+    threads.emplace_back([&seen, t] { seen[t] = transcript_of(t); });
   for (auto& th : threads) th.join();
 
   for (int t = 0; t < kThreads; ++t) EXPECT_EQ(seen[t], reference[t]) << "thread " << t;

@@ -65,23 +65,6 @@ void quote_table(char const* quotes, char (&closes)[256]) {
   }
 }
 
-// The end of the token starting at `p`; a quote runs to its closing
-// character (a doubled one stays inside), or to the end of the string.
-char* token_end(char* p, unsigned char const (&separators)[256], char const (&closes)[256]) {
-  while (*p != '\0' && !tokens::is_separator(separators, *p)) {
-    char const close = closes[static_cast<unsigned char>(*p)];
-    ++p;
-    if (close == '\0') continue;
-    for (; *p != '\0'; ++p) {
-      if (*p != close) continue;
-      if (p[1] != close) break;
-      ++p;
-    }
-    if (*p != '\0') ++p;
-  }
-  return p;
-}
-
 // The unload step: the all-zero call for the unloading thread, then every
 // other thread's buffers.
 void release_all_threads() {
@@ -118,10 +101,10 @@ int _zstrcrack(char const* string, char const* separators, char const* quotes,
   std::memcpy(buffers.text, string, length + 1);
   std::size_t count = 0;
   for (char* p = buffers.text;;) {
-    while (tokens::is_separator(table, *p)) ++p;
+    p += tokens::token_start(p, table) - p;
     if (*p == '\0') break;
     buffers.tokens[count++] = p;
-    p = token_end(p, table, closes);
+    p += tokens::token_end(p, table, closes) - p;
     if (*p == '\0') break;
     *p++ = '\0';
   }

@@ -35,10 +35,9 @@ char* _zstrgetNth(char const* string, int n, char const* separators, char* dest,
   }
   char const* p = string;
   for (int k = 1;; ++k) {
-    while (tokens::is_separator(table, *p)) ++p;
-    if (*p == '\0') return nullptr;
-    char const* const start = p;
-    while (*p != '\0' && !tokens::is_separator(table, *p)) ++p;
+    char const* const start = tokens::token_start(p, table);
+    if (*start == '\0') return nullptr;
+    p = tokens::token_end(start, table, nullptr);
     if (k < n) continue;
     if (dest == nullptr) {
       dest = NthSlot::get().text;

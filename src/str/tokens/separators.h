@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "chars/setdef.h"
+#include "str/tokens/name_parts.h"
 
 namespace zelstr::str::tokens {
 
@@ -25,6 +26,28 @@ inline bool separator_table(char const* separators, unsigned char (&table)[256])
 
 inline bool is_separator(unsigned char const (&table)[256], char c) {
   return table[static_cast<unsigned char>(c)] != 0;
+}
+
+// The first byte of the next token from `p`, the terminator when none is
+// left.
+inline char const* token_start(char const* p, unsigned char const (&table)[256]) {
+  while (is_separator(table, *p)) ++p;
+  return p;
+}
+
+// The end of the token starting at `p`.  `closes` (NULL: no quotes) gives,
+// for each byte that opens a quote, the character that closes it: a quote
+// runs to its closing character (a doubled one stays inside), or to the
+// end of the string, and separators inside it do not separate.
+inline char const* token_end(char const* p, unsigned char const (&table)[256], char const* closes) {
+  while (*p != '\0' && !is_separator(table, *p)) {
+    char const close = closes != nullptr ? closes[static_cast<unsigned char>(*p)] : '\0';
+    ++p;
+    if (close == '\0') continue;
+    p = run_end(p, close);
+    if (*p != '\0') ++p;
+  }
+  return p;
 }
 
 }  // namespace zelstr::str::tokens
