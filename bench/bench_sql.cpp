@@ -10,8 +10,12 @@
 //                 scripts, beside a bare table-translate loop over the same
 //                 bytes; each iteration starts from a fresh copy made
 //                 outside the timed part
+//   tsqlhide,     _ztsqlhidenonsqlcode and _zplsqlhidenonsqlcode hiding
+//   plsqlhide     comments and string literals in place over the T-SQL and
+//                 the PL/SQL scripts, beside the same bare loop
 // Argument: the bytes looked at, those of the identifiers for the reserved
-// words (the terminators excluded), those of the scripts for the map.
+// words (the terminators excluded), those of the scripts for the map and
+// the hiding.
 //
 // The peers' word sets are the library's own answers (reserved_set.h); the
 // set-up checks that all three tests agree on every corpus word and refuses
@@ -178,8 +182,7 @@ void translate(unsigned char const* table, char* s) {
 }
 
 template <class Apply>
-void register_map(char const* name, Apply apply) {
-  std::string const& text = tsql_text();
+void register_map(char const* name, Apply apply, std::string const& text = tsql_text()) {
   benchmark::RegisterBenchmark(
       name,
       [&text, apply](State& state) {
@@ -214,6 +217,17 @@ void register_all() {
   }
   register_map("tsqlmap:_zmaptsqlapply", [](char* code) { _zmaptsqlapply(lower, code, 0); });
   register_map("tsqlmap:bare_loop", [table](char* code) { translate(table, code); });
+
+  // Hiding comments and string literals (the quotes kept) in place, beside
+  // the same bare table-translate loop over the same bytes.
+  register_map("tsqlhide:_ztsqlhidenonsqlcode",
+               [](char* code) { _ztsqlhidenonsqlcode(code, ZEAL_HIDE_DEFAULT); });
+  register_map("tsqlhide:bare_loop", [table](char* code) { translate(table, code); });
+  register_map(
+      "plsqlhide:_zplsqlhidenonsqlcode",
+      [](char* code) { _zplsqlhidenonsqlcode(code, ZEAL_HIDE_DEFAULT); }, plsql_text());
+  register_map(
+      "plsqlhide:bare_loop", [table](char* code) { translate(table, code); }, plsql_text());
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "zelstr/append.h"
 #include "zelstr/bytes.h"
 #include "zelstr/case.h"
+#include "zelstr/codehide.h"
 #include "zelstr/compare.h"
 #include "zelstr/copy.h"
 #include "zelstr/dialect.h"
