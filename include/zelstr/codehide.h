@@ -46,6 +46,8 @@
 #ifndef ZELSTR_CODEHIDE_H
 #define ZELSTR_CODEHIDE_H
 
+#include <cstddef>
+
 #include "zelstr/export.h"
 
 // What to hide.  Comments and command lines are hidden whole; string
@@ -128,6 +130,11 @@ ZELSTR_API char* _zplsqldiscardcomments(char const* code) noexcept;
 // dropped (its part is then lost) or repeated.
 class ZELSTR_API CHideCodeParts {
  public:
+  // Made with new, an object takes its memory from the library: the
+  // new-expression gives NULL when memory is short.
+  static void* operator new(std::size_t size) noexcept;
+  static void operator delete(void* p) noexcept;
+
   CHideCodeParts() noexcept;
   ~CHideCodeParts();
   CHideCodeParts(CHideCodeParts const&) = delete;

@@ -135,6 +135,14 @@ char const* read_placeholder(char const* p, char marker, std::size_t* n) {
 
 }  // namespace
 
+void* CHideCodeParts::operator new(std::size_t size) noexcept {
+  void* const p = ::operator new(size, std::nothrow);
+  if (p == nullptr) zelstr::frame::note_allocation_failure();
+  return p;
+}
+
+void CHideCodeParts::operator delete(void* p) noexcept { ::operator delete(p); }
+
 CHideCodeParts::CHideCodeParts() noexcept = default;
 
 CHideCodeParts::~CHideCodeParts() { Clear(); }

@@ -568,6 +568,32 @@ std::vector<Step> sql_steps() {
          if (lower != ZEAL_STR_BAD_MAP) library([&] { return _zmapfree(lower); });
          return std::string(code);
        }},
+      {"dialects", "hidden copy",
+       [] {
+         char* const hidden = library([] {
+           return _ztsqlhidenonsqlcode("SELECT 'secret' FROM T -- note", ZEAL_HIDE_DEFAULT, '.');
+         });
+         std::string const shown = text(hidden);
+         library([&] { delete[] hidden; });
+         return shown;
+       },
+       "(null)"},
+      {"dialects", "parts set aside",
+       [] {
+         // Hide gives NULL when it cannot hold its parts; Restore when it
+         // cannot make its copy.  Either way nothing leaks.
+         auto* const parts = library([] { return new CHideCodeParts; });
+         if (parts == nullptr) return std::string("(null)");
+         char const* const hidden = library(
+             [&] { return parts->HidePlSql("x := q'[it's]'; -- done", ZEAL_HIDE_DEFAULT); });
+         char* back = hidden != nullptr ? library([&] { return parts->Restore(hidden); }) : nullptr;
+         std::string const shown = text(back);
+         library([&] {
+           _zstrdupfree(back);
+           delete parts;
+         });
+         return shown;
+       }},
   };
 }
 
