@@ -44,5 +44,6 @@
 #include "zelstr/tsql.h"
 #include "zelstr/types.h"
 #include "zelstr/version.h"
+#include "zelstr/wildcard.h"
 
 #endif  // ZELSTR_ZELSTR_H

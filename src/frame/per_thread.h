@@ -53,6 +53,7 @@ enum class ThreadSlot : int {
   kRegexWork,    // engine: the compile work buffer
   kRegexStack,   // engine: the backtracking walk's stack
   kRegexCaches,  // Tcl_CompileRE and Tcl_MatchRE
+  kWildcard,     // the patterns the MATCH and LIKE workers read last
   kNthToken,     // the result of _zstrgetNth
   kCrack,        // the tokens of _zstrcrack
   kSqlObjects,   // the look-up cache of the connection-keyed objects

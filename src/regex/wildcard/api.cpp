@@ -1,0 +1,249 @@
+// api.cpp - the exported MATCH and LIKE functions, their three workers and
+// the workers' caches of read patterns.
+//
+// A worker reads a pattern into a program once and keeps it: an analyser
+// tests one pattern against many names or lines.  Each worker keeps the
+// last eight patterns it read, per thread, replacing the oldest; an entry
+// is found by the pattern's text, the escape character and the image table
+// it was read through.
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "frame/memory.h"
+#include "frame/messages.h"
+#include "frame/module.h"
+#include "frame/per_thread.h"
+#include "frame/report.h"
+#include "map/map_handle.h"
+#include "regex/wildcard/program.h"
+#include "regex/wildcard/translate.h"
+#include "zelstr/types.h"
+#include "zelstr/wildcard.h"
+
+namespace {
+
+namespace wc = zelstr::regex::wildcard;
+namespace msg = zelstr::frame::msg;
+using wc::Byte;
+
+struct ImageTable {
+  Byte at[256];
+};
+constexpr ImageTable make_identity() {
+  ImageTable t{};
+  for (int c = 0; c < 256; ++c) t.at[c] = static_cast<Byte>(c);
+  return t;
+}
+constexpr ImageTable make_folding() {
+  ImageTable t = make_identity();
+  for (int c = 'A'; c <= 'Z'; ++c) t.at[c] = static_cast<Byte>(c - 'A' + 'a');
+  return t;
+}
+constexpr ImageTable kIdentity = make_identity();
+constexpr ImageTable kFolding = make_folding();
+
+void warn(char const* format, ...) ZELSTR_PRINTF_LIKE(1, 2);
+void warn(char const* format, ...) {
+  char text[512];
+  va_list args;
+  va_start(args, format);
+  std::vsnprintf(text, sizeof text, format, args);
+  va_end(args);
+  zelstr::frame::report(zelstr::frame::Unit::zeal_str, zelstr::frame::Message{-1, 2, text});
+}
+
+class Cache {
+ public:
+  ~Cache() { clear(); }
+
+  // The program of `pattern` read as `how`; NULL with `*status` set when
+  // it cannot be read.
+  wc::Program const* find(char const* pattern, wc::Reading const& how, wc::ReadStatus* status) {
+    std::size_t const length = std::strlen(pattern);
+    for (std::size_t k = 0; k < kEntries; ++k) {
+      Entry& e = m_entries[(m_last + kEntries - k) % kEntries];
+      if (e.program != nullptr && e.length == length && e.syntax == how.syntax &&
+          e.escape == how.escape && std::memcmp(e.pattern, pattern, length) == 0 &&
+          std::memcmp(e.program->table(), how.table, 256) == 0) {
+        *status = wc::ReadStatus::kOk;
+        return e.program;
+      }
+    }
+    auto* const program = new (std::nothrow) wc::Program;
+    char* const copy = zelstr::frame::new_array<char>(length + 1);
+    *status = program != nullptr && copy != nullptr ? program->read(pattern, length, how)
+                                                    : wc::ReadStatus::kNoMemory;
+    if (*status != wc::ReadStatus::kOk) {
+      if (program == nullptr) zelstr::frame::note_allocation_failure();
+      delete program;
+      delete[] copy;
+      return nullptr;
+    }
+    std::memcpy(copy, pattern, length + 1);
+    m_last = (m_last + 1) % kEntries;
+    Entry& e = m_entries[m_last];
+    empty(e);
+    e = Entry{copy, length, how.syntax, how.escape, program};
+    return program;
+  }
+
+  void clear() {
+    for (Entry& e : m_entries) empty(e);
+  }
+
+ private:
+  static constexpr std::size_t kEntries = 8;
+  struct Entry {
+    char* pattern;
+    std::size_t length;
+    wc::Syntax syntax;
+    Byte escape;
+    wc::Program* program;
+  };
+  static void empty(Entry& e) {
+    delete[] e.pattern;
+    delete e.program;
+    e = Entry{};
+  }
+
+  Entry m_entries[kEntries] = {};
+  std::size_t m_last = 0;
+};
+
+// A thread's caches, one per worker.
+struct WorkerCaches {
+  Cache mapped;
+  Cache like;
+  Cache match;
+};
+using CacheSlot = zelstr::frame::PerThread<WorkerCaches, zelstr::frame::ThreadSlot::kWildcard>;
+
+bool is_clear_command(void const* p) { return reinterpret_cast<std::intptr_t>(p) == 1; }
+
+// Trailing blanks of a LIKE subject the match may leave out.
+std::size_t trailing_blanks(char const* s, std::size_t length) {
+  std::size_t n = 0;
+  while (n < length && s[length - 1 - n] == ' ') ++n;
+  return n;
+}
+
+// Reads and matches; `function` names the caller in warnings.
+int run(Cache& cache, char const* string, char const* pattern, wc::Reading const& how,
+        char const* function) {
+  if (string == nullptr || pattern == nullptr) {
+    warn(msg::kWildcardNullArgumentFormat, function);
+    return 0;
+  }
+  wc::ReadStatus status;
+  wc::Program const* const program = cache.find(pattern, how, &status);
+  if (status == wc::ReadStatus::kEscapeAtEnd) warn(msg::kWildcardEscapeAtEndFormat, function);
+  if (program == nullptr) return 0;
+  std::size_t const length = std::strlen(string);
+  std::size_t const droppable = how.syntax == wc::Syntax::kLike ? trailing_blanks(string, length) : 0;
+  return program->matches(reinterpret_cast<Byte const*>(string), length, droppable) ? 1 : 0;
+}
+
+int match_worker(char const* string, char const* pattern, bool fold, char const* function) {
+  if (is_clear_command(string) && is_clear_command(pattern)) {
+    CacheSlot::get().match.clear();
+    return 0;
+  }
+  wc::Reading const how{wc::Syntax::kMatch, 0, fold ? kFolding.at : kIdentity.at};
+  return run(CacheSlot::get().match, string, pattern, how, function);
+}
+
+int like_worker(char const* string, char const* pattern, char escape, bool fold,
+                char const* function) {
+  if (is_clear_command(string) && is_clear_command(pattern)) {
+    CacheSlot::get().like.clear();
+    return 0;
+  }
+  wc::Reading const how{wc::Syntax::kLike, static_cast<Byte>(escape),
+                        fold ? kFolding.at : kIdentity.at};
+  return run(CacheSlot::get().like, string, pattern, how, function);
+}
+
+int mapped_worker(void* map, char const* string, char const* pattern, wc::Syntax syntax,
+                  char escape, char const* function) {
+  if (is_clear_command(map) && is_clear_command(string) && is_clear_command(pattern)) {
+    CacheSlot::get().mapped.clear();
+    return 0;
+  }
+  bool const like = syntax == wc::Syntax::kLike;
+  char const* const plain = like ? "_zstrlike" : "_zstrmatch";
+  if (zelstr::map::is_bad(map)) warn(msg::kWildcardBadMapFormat, function, plain);
+  if (map == nullptr || zelstr::map::is_bad(map)) {
+    return like ? like_worker(string, pattern, escape, false, plain)
+                : match_worker(string, pattern, false, plain);
+  }
+  wc::Reading const how{syntax, static_cast<Byte>(escape), zelstr::map::table_of(map)};
+  return run(CacheSlot::get().mapped, string, pattern, how, function);
+}
+
+char* translate(char const* pattern, wc::Reading const& how, char const* function) {
+  if (pattern == nullptr) {
+    warn(msg::kWildcardNullPatternFormat, function);
+    return nullptr;
+  }
+  wc::Program program;
+  wc::ReadStatus const status = program.read(pattern, std::strlen(pattern), how);
+  if (status == wc::ReadStatus::kEscapeAtEnd) {
+    warn(msg::kWildcardTranslateEscapeAtEndFormat, function);
+  }
+  if (status != wc::ReadStatus::kOk) return nullptr;
+  char* const out = zelstr::frame::new_array<char>(wc::expression_length(program) + 1);
+  if (out != nullptr) wc::write_expression(program, out);
+  return out;
+}
+
+// The unload sequence empties every thread's caches: the mapped worker's,
+// the LIKE worker's, then the MATCH worker's.
+void release_caches() {
+  CacheSlot::for_each([](WorkerCaches& caches) {
+    caches.mapped.clear();
+    caches.like.clear();
+    caches.match.clear();
+  });
+}
+
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release_hook(
+    zelstr::frame::UnloadStep::kMatchWorkerCaches, &release_caches);
+
+}  // namespace
+
+int _zstrmatch(char const* string, char const* pattern) noexcept {
+  return match_worker(string, pattern, false, "_zstrmatch");
+}
+
+int _zstrimatch(char const* string, char const* pattern) noexcept {
+  return match_worker(string, pattern, true, "_zstrimatch");
+}
+
+int _zmapstrmatch(void* map, char const* string, char const* pattern) noexcept {
+  return mapped_worker(map, string, pattern, wc::Syntax::kMatch, 0, "_zmapstrmatch");
+}
+
+int _zstrlike(char const* string, char const* pattern, char escape) noexcept {
+  return like_worker(string, pattern, escape, false, "_zstrlike");
+}
+
+int _zstrilike(char const* string, char const* pattern, char escape) noexcept {
+  return like_worker(string, pattern, escape, true, "_zstrilike");
+}
+
+int _zmapstrlike(void* map, char const* string, char const* pattern, char escape) noexcept {
+  return mapped_worker(map, string, pattern, wc::Syntax::kLike, escape, "_zmapstrlike");
+}
+
+char* _zstrmatch2re(char const* pattern, int ignoreCase) noexcept {
+  wc::Reading const how{wc::Syntax::kMatch, 0, ignoreCase != 0 ? kFolding.at : kIdentity.at};
+  return translate(pattern, how, "_zstrmatch2re");
+}
+
+char* _zstrlike2re(char const* pattern, char escape, int ignoreCase) noexcept {
+  wc::Reading const how{wc::Syntax::kLike, static_cast<Byte>(escape),
+                        ignoreCase != 0 ? kFolding.at : kIdentity.at};
+  return translate(pattern, how, "_zstrlike2re");
+}
