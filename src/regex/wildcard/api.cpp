@@ -60,17 +60,22 @@ class Cache {
 
   // The program of `pattern` read as `how`; NULL with `*status` set when
   // it cannot be read.
-  wc::Program const* find(char const* pattern, wc::Reading const& how, wc::ReadStatus* status) {
-    std::size_t const length = std::strlen(pattern);
-    for (std::size_t k = 0; k < kEntries; ++k) {
-      Entry& e = m_entries[(m_last + kEntries - k) % kEntries];
-      if (e.program != nullptr && e.length == length && e.syntax == how.syntax &&
-          e.escape == how.escape && std::memcmp(e.pattern, pattern, length) == 0 &&
-          std::memcmp(e.program->table(), how.table, 256) == 0) {
-        *status = wc::ReadStatus::kOk;
+  // The tables of the plain and i forms are constant, known by their
+  // address; a map's memory may be reused for another map, so a map's
+  // table is compared by its contents.
+  wc::Program const* find(char const* pattern, wc::Reading const& how, bool by_contents,
+                          wc::ReadStatus* status) {
+    *status = wc::ReadStatus::kOk;
+    for (std::size_t k = 0, i = m_last; k < kEntries; ++k, i = i == 0 ? kEntries - 1 : i - 1) {
+      Entry const& e = m_entries[i];
+      if (e.program != nullptr && e.syntax == how.syntax && e.escape == how.escape &&
+          same_text(e.pattern, pattern) &&
+          (by_contents ? std::memcmp(e.program->table(), how.table, 256) == 0
+                       : e.table == how.table)) {
         return e.program;
       }
     }
+    std::size_t const length = std::strlen(pattern);
     auto* const program = new (std::nothrow) wc::Program;
     char* const copy = zelstr::frame::new_array<char>(length + 1);
     *status = program != nullptr && copy != nullptr ? program->read(pattern, length, how)
@@ -85,7 +90,7 @@ class Cache {
     m_last = (m_last + 1) % kEntries;
     Entry& e = m_entries[m_last];
     empty(e);
-    e = Entry{copy, length, how.syntax, how.escape, program};
+    e = Entry{copy, how.table, how.syntax, how.escape, program};
     return program;
   }
 
@@ -94,10 +99,20 @@ class Cache {
   }
 
  private:
+  // Patterns are short: a plain loop beats the C library's call here.
+  static bool same_text(char const* a, char const* b) {
+    while (*a == *b) {
+      if (*a == '\0') return true;
+      ++a;
+      ++b;
+    }
+    return false;
+  }
+
   static constexpr std::size_t kEntries = 8;
   struct Entry {
     char* pattern;
-    std::size_t length;
+    Byte const* table;
     wc::Syntax syntax;
     Byte escape;
     wc::Program* program;
@@ -122,27 +137,19 @@ using CacheSlot = zelstr::frame::PerThread<WorkerCaches, zelstr::frame::ThreadSl
 
 bool is_clear_command(void const* p) { return reinterpret_cast<std::intptr_t>(p) == 1; }
 
-// Trailing blanks of a LIKE subject the match may leave out.
-std::size_t trailing_blanks(char const* s, std::size_t length) {
-  std::size_t n = 0;
-  while (n < length && s[length - 1 - n] == ' ') ++n;
-  return n;
-}
-
 // Reads and matches; `function` names the caller in warnings.
 int run(Cache& cache, char const* string, char const* pattern, wc::Reading const& how,
-        char const* function) {
+        char const* function, bool mapped = false) {
   if (string == nullptr || pattern == nullptr) {
     warn(msg::kWildcardNullArgumentFormat, function);
     return 0;
   }
   wc::ReadStatus status;
-  wc::Program const* const program = cache.find(pattern, how, &status);
+  wc::Program const* const program = cache.find(pattern, how, mapped, &status);
   if (status == wc::ReadStatus::kEscapeAtEnd) warn(msg::kWildcardEscapeAtEndFormat, function);
   if (program == nullptr) return 0;
-  std::size_t const length = std::strlen(string);
-  std::size_t const droppable = how.syntax == wc::Syntax::kLike ? trailing_blanks(string, length) : 0;
-  return program->matches(reinterpret_cast<Byte const*>(string), length, droppable) ? 1 : 0;
+  bool const like = how.syntax == wc::Syntax::kLike;
+  return program->matches(reinterpret_cast<Byte const*>(string), like) ? 1 : 0;
 }
 
 int match_worker(char const* string, char const* pattern, bool fold, char const* function) {
@@ -179,7 +186,7 @@ int mapped_worker(void* map, char const* string, char const* pattern, wc::Syntax
                 : match_worker(string, pattern, false, plain);
   }
   wc::Reading const how{syntax, static_cast<Byte>(escape), zelstr::map::table_of(map)};
-  return run(CacheSlot::get().mapped, string, pattern, how, function);
+  return run(CacheSlot::get().mapped, string, pattern, how, function, true);
 }
 
 char* translate(char const* pattern, wc::Reading const& how, char const* function) {

@@ -51,6 +51,9 @@ char const* read_set(char const* p, char const* end, Syntax syntax, Byte const* 
 Program::~Program() {
   delete[] m_tokens;
   delete[] m_sets;
+  delete[] m_literals;
+  delete[] m_leads;
+  delete[] m_literal_text;
 }
 
 ReadStatus Program::read(char const* pattern, std::size_t length, Reading const& how) {
@@ -87,7 +90,54 @@ ReadStatus Program::read(char const* pattern, std::size_t length, Reading const&
       ++p;
     }
   }
-  return ReadStatus::kOk;
+  return note_segments() ? ReadStatus::kOk : ReadStatus::kNoMemory;
+}
+
+// Notes the stars, and the segments between them that are plain literal
+// text: those are found with the C library's search, much faster than a
+// loop of tests.
+bool Program::note_segments() {
+  m_first_star = m_count;
+  m_last_star = m_count;
+  for (std::size_t i = 0; i < m_count; ++i) {
+    if (m_tokens[i].op != Op::kStar) continue;
+    if (m_first_star == m_count) m_first_star = i;
+    m_last_star = i;
+  }
+  if (m_first_star == m_count) return true;
+  // Per segment between stars: its text when it is literal and read
+  // plainly; else, when it opens with a literal, the bytes whose image
+  // that literal is, if they are four at most.
+  m_literals = frame::new_array<char const*>(m_count);
+  m_leads = frame::new_array<char const*>(m_count);
+  m_literal_text = frame::new_array<char>(7 * m_count);
+  if (m_literals == nullptr || m_leads == nullptr || m_literal_text == nullptr) return false;
+  char* text = m_literal_text;
+  for (std::size_t i = m_first_star + 1; i < m_last_star;) {
+    std::size_t j = i;
+    bool literal = true;
+    for (; m_tokens[j].op != Op::kStar; ++j) literal = literal && m_tokens[j].op == Op::kByte;
+    m_literals[i] = nullptr;
+    m_leads[i] = nullptr;
+    if (literal && m_identity) {
+      m_literals[i] = text;
+      for (std::size_t k = i; k < j; ++k) *text++ = static_cast<char>(m_tokens[k].byte);
+      *text++ = '\0';
+    } else if (m_tokens[i].op == Op::kByte) {
+      char* const leads = text;
+      std::size_t n = 0;
+      for (int c = 1; c < 256; ++c) n += m_table[c] == m_tokens[i].byte ? 1 : 0;
+      if (n > 0 && n <= 4) {
+        for (int c = 1; c < 256; ++c) {
+          if (m_table[c] == m_tokens[i].byte) *text++ = static_cast<char>(c);
+        }
+        *text++ = '\0';
+        m_leads[i] = leads;
+      }
+    }
+    i = j + 1;
+  }
+  return true;
 }
 
 bool Program::segment_at(std::size_t first, std::size_t last, Byte const* at) const {
@@ -97,17 +147,17 @@ bool Program::segment_at(std::size_t first, std::size_t last, Byte const* at) co
   return true;
 }
 
-// The leftmost place in [from, to) where tokens [first, last) match.
-Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte const* from,
-                                  Byte const* to) const {
-  std::size_t const width = last - first;
-  if (static_cast<std::size_t>(to - from) < width) return nullptr;
-  Byte const* const final_start = to - width;
-  Token const& lead = m_tokens[first];
-  for (Byte const* p = from; p <= final_start; ++p) {
-    if (m_identity && lead.op == Op::kByte) {
-      // The C library finds the first byte much faster than a loop.
-      p = static_cast<Byte const*>(std::memchr(p, lead.byte, final_start - p + 1));
+// The leftmost place at or after `from` where tokens [first, last) match.
+Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte const* from) const {
+  if (m_literals != nullptr && m_literals[first] != nullptr) {
+    char const* const at = std::strstr(reinterpret_cast<char const*>(from), m_literals[first]);
+    return reinterpret_cast<Byte const*>(at);
+  }
+  char const* const leads = m_leads != nullptr ? m_leads[first] : nullptr;
+  for (Byte const* p = from; *p != '\0'; ++p) {
+    if (leads != nullptr) {
+      // The C library skips to the next byte that can begin the segment.
+      p = reinterpret_cast<Byte const*>(std::strpbrk(reinterpret_cast<char const*>(p), leads));
       if (p == nullptr) return nullptr;
     }
     if (segment_at(first, last, p)) return p;
@@ -115,37 +165,41 @@ Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte cons
   return nullptr;
 }
 
-bool Program::matches(Byte const* subject, std::size_t length, std::size_t droppable) const {
-  std::size_t first_star = m_count;
-  std::size_t last_star = m_count;
-  for (std::size_t i = 0; i < m_count; ++i) {
-    if (m_tokens[i].op != Op::kStar) continue;
-    if (first_star == m_count) first_star = i;
-    last_star = i;
+// Whether a match may end at `at`: the subject's end, or with blanks
+// dropped, the start of its trailing blanks.
+bool Program::ends_at(Byte const* at, Byte const*, bool drop_blanks) const {
+  if (drop_blanks) {
+    while (*at == ' ') ++at;
   }
-  std::size_t const shortest = length - droppable;  // the fewest bytes a match may cover
-  if (first_star == m_count) {
-    return m_count >= shortest && m_count <= length && segment_at(0, m_count, subject);
+  return *at == '\0';
+}
+
+bool Program::matches(Byte const* subject, bool drop_blanks) const {
+  if (m_first_star == m_count) {
+    return segment_at(0, m_count, subject) && ends_at(subject + m_count, subject, drop_blanks);
   }
-  std::size_t const suffix = m_count - last_star - 1;
-  if (length < first_star + suffix || !segment_at(0, first_star, subject)) return false;
+  if (!segment_at(0, m_first_star, subject)) return false;
   // The segments between the stars, each at its leftmost place.
-  Byte const* at = subject + first_star;
-  Byte const* const room_end = subject + length - suffix;
-  for (std::size_t i = first_star + 1; i < last_star;) {
+  Byte const* at = subject + m_first_star;
+  for (std::size_t i = m_first_star + 1; i < m_last_star;) {
     std::size_t j = i;
     while (m_tokens[j].op != Op::kStar) ++j;
-    at = find_segment(i, j, at, room_end);
+    at = find_segment(i, j, at);
     if (at == nullptr) return false;
     at += j - i;
     i = j + 1;
   }
-  // The last segment ends the match: at the end, or where a dropped tail
-  // begins.
-  std::size_t const least = static_cast<std::size_t>(at - subject) + suffix;
-  for (std::size_t end = length; end + 1 > shortest && end >= least; --end) {
-    if (segment_at(last_star + 1, m_count, subject + end - suffix)) return true;
-    if (end == 0) break;
+  std::size_t const suffix = m_count - m_last_star - 1;
+  if (suffix == 0) return true;
+  // The last segment ends the match: at the end, or, with blanks dropped,
+  // anywhere in the trailing blanks.
+  Byte const* const end = at + std::strlen(reinterpret_cast<char const*>(at));
+  Byte const* stop = end;
+  if (drop_blanks) {
+    while (stop > at && stop[-1] == ' ') --stop;
+  }
+  for (Byte const* e = end; e >= stop && e - at >= static_cast<std::ptrdiff_t>(suffix); --e) {
+    if (segment_at(m_last_star + 1, m_count, e - suffix)) return true;
   }
   return false;
 }

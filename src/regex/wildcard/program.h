@@ -55,9 +55,11 @@ class Program {
   // the table, so the reading's table need not outlive it.
   ReadStatus read(char const* pattern, std::size_t length, Reading const& how);
 
-  // Whether the `length` bytes at `subject`, less any number up to
-  // `droppable` of their last bytes, match the whole pattern.
-  bool matches(Byte const* subject, std::size_t length, std::size_t droppable = 0) const;
+  // Whether the zero-terminated `subject` matches the whole pattern; with
+  // `drop_blanks`, as LIKE reads it: the match may leave out any of the
+  // subject's trailing blanks.  The subject is read no further than the
+  // pattern needs.
+  bool matches(Byte const* subject, bool drop_blanks) const;
 
   std::size_t size() const { return m_count; }
   Token const& operator[](std::size_t i) const { return m_tokens[i]; }
@@ -66,13 +68,17 @@ class Program {
   bool identity() const { return m_identity; }
 
  private:
+  // No token accepts the terminator, so a segment never runs past it.
   bool test(Token const& t, Byte c) const {
     Byte const image = m_table[c];
-    return t.op == Op::kByte ? image == t.byte : t.op == Op::kAny || m_sets[t.set].has(image);
+    return t.op == Op::kByte ? image == t.byte
+                             : c != 0 && (t.op == Op::kAny || m_sets[t.set].has(image));
   }
   bool segment_at(std::size_t first, std::size_t last, Byte const* at) const;
-  Byte const* find_segment(std::size_t first, std::size_t last, Byte const* from,
-                           Byte const* to) const;
+  Byte const* find_segment(std::size_t first, std::size_t last, Byte const* from) const;
+  bool ends_at(Byte const* at, Byte const* subject, bool drop_blanks) const;
+
+  bool note_segments();
 
   Token* m_tokens = nullptr;
   ByteSet* m_sets = nullptr;
@@ -80,6 +86,14 @@ class Program {
   std::size_t m_set_count = 0;
   Byte m_table[256] = {};
   bool m_identity = true;
+  std::size_t m_first_star = 0;  // m_count when there is none
+  std::size_t m_last_star = 0;
+  // Per token that begins a segment between stars: the segment's text
+  // (literal and read plainly), or the bytes that can begin it (NULL: any
+  // may), each zero-terminated, for the C library's searches.
+  char const** m_literals = nullptr;
+  char const** m_leads = nullptr;
+  char* m_literal_text = nullptr;
 };
 
 }  // namespace zelstr::regex::wildcard
