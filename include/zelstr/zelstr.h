@@ -33,6 +33,7 @@
 #include "zelstr/position.h"
 #include "zelstr/quote.h"
 #include "zelstr/regex.h"
+#include "zelstr/regextras.h"
 #include "zelstr/replace.h"
 #include "zelstr/reserved.h"
 #include "zelstr/scratch.h"
