@@ -205,6 +205,22 @@ struct Round {
     out << _zplsql2sysname(name.data(), 4) << name;
   }
 
+  // Wildcards (each worker's cache is the thread's own), substitution and
+  // code hiding.
+  void patterns() {
+    std::string const like = cat({"%", pattern.substr(1), "%"});
+    std::string const glob = cat({"*", pattern.substr(0, 2), "?", "*"});
+    out << _zstrlike(text.c_str(), like.c_str()) << _zstrimatch(text.c_str(), glob.c_str())
+        << _zstrmatch(pattern.c_str(), cat({pattern.substr(0, 1), "*"}).c_str());
+    char* replaced = _zstrregsub(text.c_str(), pattern.c_str(), "<&>", 1);
+    out << std::string(replaced).substr(990, 80);
+    _zstrdupfree(replaced);
+    std::string code = cat({"select '", pattern, "' -- ", pattern, "\n/* x */ from t"});
+    CHideCodeParts parts;
+    out << _ztsqlhidenonsqlcode(code.data(), ZEAL_HIDE_DEFAULT) << code
+        << parts.HidePlSql(code.c_str(), ZEAL_HIDE_COMMENTS);
+  }
+
   // Two warnings a round, with texts of their own.
   void warnings() {
     _zstrquoted(nullptr, '\'');
@@ -221,6 +237,7 @@ struct Round {
     growing_and_findall();
     regexes();
     dialects();
+    patterns();
     warnings();
   }
 };
