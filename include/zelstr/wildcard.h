@@ -61,8 +61,9 @@ ZELSTR_API int _zmapstrlike(void* map, char const* string, char const* pattern,
 
 // The expression of the engine (regex.h) that matches what the pattern
 // matches, "^" and "$" included, on a new copy (free it with _zstrdupfree):
-// literals escaped, sets listed member by member, "*" or "%" as ".*", "?"
-// or "_" as ".".  `ignoreCase` non-zero lists both cases of every letter.
+// literals escaped, sets listed member by member, a run wildcard as ".*",
+// a one-character wildcard as ".".  `ignoreCase` non-zero lists both cases
+// of every letter.
 // It compiles whatever the backslash switch.  (The trailing blanks LIKE
 // ignores are the caller's to cut.)  NULL with a warning for a NULL
 // pattern or an escape character at its end; NULL without memory.
