@@ -23,6 +23,7 @@ int run_sysname(Invocation& inv);
 int run_plsqlname(Invocation& inv);
 int run_tsqlname(Invocation& inv);
 int run_qname(Invocation& inv);
+int run_hide(Invocation& inv);
 int run_demo(Invocation& inv);
 
 namespace {
@@ -72,10 +73,24 @@ constexpr Option kGrepOptions[] = {
     {"-g", "N", "print what group N of the pattern matched in every match, one a line"},
     {"-n", nullptr, "print each line's number first"},
     {"-c", nullptr, "print only the number of matching lines of each file"},
+    {"--code-only", nullptr,
+     "match in SQL code only: comments and string literals read as blanks, quotes kept"},
+    {"--tsql", nullptr, "with --code-only: T-SQL code (the default)"},
+    {"--oracle", nullptr, "with --code-only: Oracle SQL and PL/SQL code"},
+    {"--quoted-id", nullptr,
+     "with --code-only: T-SQL text between double quotation marks is a name, not a literal"},
 };
+// The dialects of code, for the commands that read SQL code.
+constexpr Conflict kCodeConflicts[] = {{"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}};
 constexpr Option kFindallOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--no-overlap", nullptr, "skip occurrences that begin inside the one before"},
+    {"--code-only", nullptr,
+     "find in SQL code only: comments and string literals read as blanks, quotes kept"},
+    {"--tsql", nullptr, "with --code-only: T-SQL code (the default)"},
+    {"--oracle", nullptr, "with --code-only: Oracle SQL and PL/SQL code"},
+    {"--quoted-id", nullptr,
+     "with --code-only: T-SQL text between double quotation marks is a name, not a literal"},
 };
 constexpr Option kSqlcaseOptions[] = {
     {"--lower", nullptr, "lower case"},
@@ -110,6 +125,20 @@ constexpr Option kQnameOptions[] = {
 };
 constexpr Conflict kQnameConflicts[] = {
     {"--tsql", "--oracle"}, {"--oracle", "--denormalize"}, {"--parts", "--denormalize"}};
+constexpr Option kHideOptions[] = {
+    {"--tsql", nullptr, "T-SQL code (the default)"},
+    {"--oracle", nullptr, "Oracle SQL and PL/SQL code"},
+    {"--quoted-id", nullptr,
+     "T-SQL text between double quotation marks is a name, not a literal (QUOTED_IDENTIFIER "
+     "ON)"},
+    {"--keep-strings", nullptr, "hide the comments only, not the string literals"},
+    {"--names", nullptr, "hide the names in [...] or \"...\" too"},
+    {"--commands", nullptr,
+     "hide the command lines of sqlcmd and osql (GO, :setvar...) or of SQL*Plus (REM, SET, "
+     "@file, /...) too"},
+    {"--quotes", nullptr, "hide the quotes, brackets and prefixes (N, q) of what is hidden too"},
+    {"--fill", "CHAR", "the character each hidden byte becomes (default: a space)"},
+};
 
 constexpr Command kCommands[] = {
     {"find",
@@ -200,26 +229,33 @@ constexpr Command kCommands[] = {
      "0: text was translated; 1: the input was empty",
      run_map},
     {"grep",
-     "[-o] [-g N] [-n] [-c] PATTERN [FILE...]",
+     "[-o] [-g N] [-n] [-c] [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
      "print the lines that match a regular expression",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
      "regular expression of the library's engine: alternation |, groups ( ), * + ?,\n"
      "bracket lists such as [[:alpha:]_].  With -o (or -g N), prints instead each\n"
      "match of the line in turn (or what group N matched in it); empty matches,\n"
-     "and matches in which group N is empty or takes no part, print nothing.\n",
+     "and matches in which group N is empty or takes no part, print nothing.\n"
+     "With --code-only, each input is read whole and matched as hide shows it\n"
+     "(comments and literals hidden; they may span lines), line by line, while\n"
+     "the lines and matches printed are those of the input as written.\n",
      kGrepOptions,
      {"printf 'EXEC sp_who\\nSELECT 1\\n' | zelstr grep -g 1 'EXEC (sp_[a-z]+)'", "sp_who\n"},
      kLinesFound,
-     run_grep},
+     run_grep,
+     kCodeConflicts},
     {"findall",
-     "[-i] [--no-overlap] PATTERN [FILE...]",
+     "[-i] [--no-overlap] [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
      "print the offset of every occurrence of a string",
      "Prints the byte offset (from 0) of every occurrence of PATTERN in each file\n"
-     "(or in standard input), overlapping ones included, one a line.\n",
+     "(or in standard input), overlapping ones included, one a line.  With\n"
+     "--code-only, only the occurrences in SQL code: each input is searched as\n"
+     "hide shows it (comments and literals hidden), at the same offsets.\n",
      kFindallOptions,
      {"printf 'aaaa' | zelstr findall aa", "0\n1\n2\n"},
      "0: an occurrence was found; 1: none was",
-     run_findall},
+     run_findall,
+     kCodeConflicts},
     {"sqlcase",
      "--lower|--upper [--quoted-id] [FILE...]",
      "put T-SQL code in one case, keeping literals and comments",
@@ -294,6 +330,24 @@ constexpr Command kCommands[] = {
      "0: every line was a name; 1: one was not, or there was none",
      run_qname,
      kQnameConflicts},
+    {"hide",
+     "[--tsql|--oracle] [--quoted-id] [--keep-strings] [--names] [--commands] [--quotes] "
+     "[--fill CHAR] [FILE...]",
+     "hide the comments and literals of SQL code",
+     "Prints the SQL code of the files (or of standard input) with its comments\n"
+     "and the contents of its string literals hidden: each of their bytes becomes\n"
+     "a space (or CHAR), line ends excepted, so that every byte keeps its offset\n"
+     "and every line its number.  T-SQL: -- and nested /* */ comments, '...',\n"
+     "N'...' and (unless --quoted-id) \"...\" literals, [...] names.  Oracle: -- and\n"
+     "/* */ comments, '...', N'...' and q'[...]' literals, \"...\" names.  Each\n"
+     "input is read whole: comments and literals may span lines.  A literal,\n"
+     "comment or name that is not closed runs to the end; it is printed so, then\n"
+     "reported as an error.\n",
+     kHideOptions,
+     {"printf \"SELECT 'a--b' -- note\\n\" | zelstr hide --fill .", "SELECT '....' .......\n"},
+     "0: something was hidden; 1: nothing was",
+     run_hide,
+     kCodeConflicts},
     {"demo",
      "",
      "run the built-in example",

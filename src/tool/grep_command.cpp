@@ -1,11 +1,17 @@
 // grep_command.cpp - the grep subcommand: the lines that match a regular
-// expression of the library's engine, read a line at a time.
+// expression of the library's engine, read a line at a time; or, with
+// --code-only, matched in the input's code, read whole with its comments and
+// literals hidden.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
+#include <utility>
 
 #include "tool/input.h"
+#include "tool/sql_code.h"
 #include "tool/text_tools.h"
+#include "zelstr/codehide.h"
 #include "zelstr/regex.h"
 
 namespace zelstr::tool {
@@ -42,9 +48,11 @@ bool parse_group(Invocation& inv, Tcl_RegExp_* re, int& group) {
 
 // Prints every match of `line` in turn (or what group `group` matched in
 // each), skipping empty ones; a search begins where the last match ended,
-// one byte further after an empty match.  False when the engine failed.
-bool print_matches(Input const& in, char* line, std::size_t length, Tcl_RegExp_* re, int group,
-                   LinePrinter& printer) {
+// one byte further after an empty match.  What is printed is taken from
+// `written`, the line as the input has it, at the offsets of the match.
+// False when the engine failed.
+bool print_matches(Input const& in, char* line, std::size_t length, char const* written,
+                   Tcl_RegExp_* re, int group, LinePrinter& printer) {
   char const* const line_end = line + length;
   for (char const* from = line;;) {
     int const r = Tcl_RegExpExec(nullptr, re, from, line);
@@ -60,14 +68,15 @@ bool print_matches(Input const& in, char* line, std::size_t length, Tcl_RegExp_*
     }
     if (group != 0) Tcl_RegExpRange(re, group, &start, &end);
     if (start != nullptr && end != start) {
-      printer.print_part(in, {start, static_cast<std::size_t>(end - start)});
+      printer.print_part(in, {written + (start - line), static_cast<std::size_t>(end - start)});
     }
   }
 }
 
 }  // namespace
 
-// grep [-o] [-g N] [-n] [-c] PATTERN [FILE...]
+// grep [-o] [-g N] [-n] [-c] [--code-only [--tsql|--oracle] [--quoted-id]]
+// PATTERN [FILE...]
 int run_grep(Invocation& inv) {
   if (inv.operands().empty()) return inv.usage_error("no pattern");
   Expression const re(inv.operands()[0]);
@@ -77,17 +86,32 @@ int run_grep(Invocation& inv) {
   }
   int group = 0;
   if (!parse_group(inv, re.get(), group)) return kError;
+  CodeReading reading;
+  if (!read_dialect(inv, reading, "--code-only")) return kError;
+  reading.flags = ZEAL_HIDE_DEFAULT;
+  bool const code_only = inv.flag("--code-only");
   bool const parts = inv.flag("-o") || inv.value("-g") != nullptr;
   LinePrinter printer(inv, inv.operands().subspan(1));
+  std::string text, hidden;
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
+    // Code only: the lines are matched in the hidden copy of the whole
+    // input, and printed from the input as written, at the same offsets.
+    if (code_only) {
+      if (!read_code(inv, in, reading, false, text, hidden)) {
+        printer.end_of(in);
+        return;
+      }
+      in.reread(std::move(hidden));
+    }
     char* line;
     std::size_t length;
     while (in.next_line(line, length)) {
+      char const* const written = code_only ? text.data() + in.line_offset() : line;
       bool ok = true;
       if (parts) {
-        ok = print_matches(in, line, length, re.get(), group, printer);
+        ok = print_matches(in, line, length, written, re.get(), group, printer);
       } else if (int const r = Tcl_RegExpMatch(line, re.get()); r == 1) {
-        printer.print_line(in, {line, length});
+        printer.print_line(in, {written, length});
       } else {
         ok = r == 0;
       }

@@ -20,8 +20,8 @@ constexpr char kLineEnds[] =
     "trims, quotes or translates it, and every line a command prints keeps the\n"
     "end it came with.  A last line without an end is printed without one by\n"
     "the commands that pass every line on (replace, trim, quote, unquote, map,\n"
-    "sqlcase) and with LF by the others; matched parts, counts, offsets and\n"
-    "answers end with LF.";
+    "sqlcase, hide) and with LF by the others; matched parts, counts, offsets\n"
+    "and answers end with LF.";
 
 std::string option_label(Option const& o) {
   return o.value != nullptr ? std::string(o.name) + " " + o.value : std::string(o.name);
@@ -106,8 +106,9 @@ void print_man_page(std::FILE* out) {
                ".SH DESCRIPTION\n"
                "Runs the ZelStr32 string library on text and SQL code.  Commands read the\n"
                "files named, or standard input when there are none or for \\-, a line or\n"
-               "a block at a time, and write standard output.  Text holding a zero byte is\n"
-               "refused as binary data.\n"
+               "a block at a time (hide, and grep and findall with \\-\\-code\\-only, read\n"
+               "each input whole: a comment or a literal may span lines), and write\n"
+               "standard output.  Text holding a zero byte is refused as binary data.\n"
                ".SS \"Line ends\"\n%s\n"
                ".SH OPTIONS\nBefore any command:\n",
                ZELSTR_VERSION, roff(kLineEnds).c_str());

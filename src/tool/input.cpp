@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "tool/out_of_memory.h"
 
@@ -33,7 +34,7 @@ Input::~Input() {
 }
 
 bool Input::fill() {
-  if (!ok()) return false;
+  if (!ok() || m_ended) return false;
   if (m_start > 0) {
     m_offset += m_start;
     m_buffer.erase(0, m_start);
@@ -48,6 +49,7 @@ bool Input::fill() {
       m_invocation.error("%s: read error: %s", m_name, std::strerror(errno));
       m_failed = true;
     }
+    m_ended = true;
     return false;
   }
   if (void const* zero = std::memchr(m_buffer.data() + old_size, '\0', n)) {
@@ -75,6 +77,7 @@ bool Input::next_line(char*& line, std::size_t& length) {
     if (end != nullptr) {
       line = m_buffer.data() + m_start;
       length = static_cast<std::size_t>(static_cast<char*>(end) - line);
+      m_line_offset = m_offset + m_start;
       m_start += length + 1;
       m_line_end = "\n";
       if (length > 0 && line[length - 1] == '\r') {
@@ -91,11 +94,27 @@ bool Input::next_line(char*& line, std::size_t& length) {
   if (m_failed || m_start == m_buffer.size()) return false;
   m_buffer.push_back('\0');  // the last line, without a line feed
   line = m_buffer.data() + m_start;
+  m_line_offset = m_offset + m_start;
   length = m_buffer.size() - 1 - m_start;
   m_start = m_buffer.size();
   m_line_end = "";
   ++m_line_number;
   return true;
+}
+
+bool Input::read_rest(std::string& text) {
+  text.append(m_buffer, m_start);
+  for (std::string_view b; !(b = next_block()).empty();) text.append(b);
+  return ok();
+}
+
+void Input::reread(std::string text) {
+  m_buffer = std::move(text);
+  m_start = 0;
+  m_offset = 0;
+  m_line_number = 0;
+  m_line_offset = 0;
+  m_line_end = {};
 }
 
 void write_out(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }

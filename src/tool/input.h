@@ -1,5 +1,8 @@
 // input.h - the tool's inputs: files or standard input, read a block or a
-// line at a time, so that no input needs to fit in memory.
+// line at a time, so that no input needs to fit in memory; or, for the
+// commands that must see a whole text at once (a comment or a literal of
+// SQL code may span lines), read whole, then gone over again line by line
+// in a changed copy.
 //
 // The library works on zero-terminated strings, so a zero byte in the
 // input cannot be handed to it: the reader stops there and the input is
@@ -42,6 +45,17 @@ class Input {
   bool next_line(char*& line, std::size_t& length);
   std::uint64_t line_number() const { return m_line_number; }
   std::string_view line_end() const { return m_line_end; }
+  // The offset in the input of the line next_line gave last.
+  std::uint64_t line_offset() const { return m_line_offset; }
+
+  // Appends what is left of the input to `text`; false on an error
+  // (reported), with `text` holding what was read before it.
+  bool read_rest(std::string& text);
+  // Goes over the input again as `text`, a copy of it as read_rest gave it
+  // with bytes changed but its lines kept (the same length, the same line
+  // ends): next_line then gives the copy's lines from the first, with their
+  // numbers and offsets in the input.
+  void reread(std::string text);
 
  private:
   bool fill();  // reads more into m_buffer; false at the end or on an error
@@ -50,10 +64,12 @@ class Input {
   char const* m_name;
   std::FILE* m_file = nullptr;
   bool m_failed = false;
+  bool m_ended = false;  // the file gave its last byte: no more reading
   std::string m_buffer;  // bytes read and not yet handed out, from m_start
   std::size_t m_start = 0;
   std::uint64_t m_offset = 0;  // of m_buffer[0] in the input
   std::uint64_t m_line_number = 0;
+  std::uint64_t m_line_offset = 0;
   std::string_view m_line_end;
 };
 

@@ -1,8 +1,8 @@
 // sql_commands.cpp - the subcommands for SQL source code: sqlcase (T-SQL
 // code in one case, literals and comments kept), resword (is a word
 // reserved in a server version?), sysname and plsqlname (PL/SQL names
-// from source form to system form and back), tsqlname (the same for T-SQL)
-// and qname (the parts of qualified names).
+// from source form to system form and back), tsqlname (the same for T-SQL),
+// qname (the parts of qualified names) and hide (what is not code hidden).
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -11,8 +11,10 @@
 #include <string>
 
 #include "tool/input.h"
+#include "tool/sql_code.h"
 #include "tool/text_tools.h"
 #include "tool/tsql_case_stream.h"
+#include "zelstr/codehide.h"
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
@@ -178,29 +180,6 @@ int run_plsqlname(Invocation& inv) {
 
 namespace {
 
-// The tool's T-SQL settings, by the delimiters that count: both (SQL Server
-// 2016 with quoted identifiers on, the default of tsqlname and qname),
-// brackets only (quoted identifiers off), or double quotation marks only (a
-// Sybase version, where brackets are off).  "[" is the mark for names that
-// need one where it delimits; names have up to 128 characters.
-void const* tsql_connection(bool brackets = true, bool quotes = true) {
-  struct Setting {
-    int version, quoted_id, bracketed_id;
-    char mark;
-  };
-  static constexpr Setting kSettings[] = {{2016, 1, 1, '['}, {2016, 0, 1, '['}, {15, 1, 0, '"'}};
-  static char const keys[3] = {};
-  static bool const set = [] {
-    for (int i = 0; i < 3; ++i) {
-      Setting const& s = kSettings[i];
-      _ztsqlsetdefaults(&keys[i], s.version, 129, s.quoted_id, s.bracketed_id, s.mark, nullptr);
-    }
-    return true;
-  }();
-  static_cast<void>(set);
-  return &keys[brackets && quotes ? 0 : brackets ? 1 : 2];
-}
-
 // A T-SQL conversion's result as a heap copy (NULL for none).
 char* tsql_copy(char const* name, bool to_source) {
   if (name == nullptr || *name == '\0') return nullptr;
@@ -265,6 +244,59 @@ int run_qname(Invocation& inv) {
     return true;
   });
   if (named && !failed) inv.found();
+  return inv.exit_status();
+}
+
+namespace {
+
+// The filler of --fill: one character, and not a line end, which would
+// change the lines of the text.
+bool fill_char(Invocation& inv, char& filler) {
+  char const* const c = inv.value("--fill");
+  if (c == nullptr) return true;
+  if (std::strlen(c) != 1) {
+    inv.usage_error("--fill takes one character, not '%s'", c);
+    return false;
+  }
+  if (*c == '\n' || *c == '\r') {
+    inv.usage_error(
+        "--fill takes a character that ends no line, not a line feed or a carriage "
+        "return");
+    return false;
+  }
+  filler = *c;
+  return true;
+}
+
+// Whether hiding changed `text` into `hidden`.  A part whose bytes were all
+// the filler already leaves the text as it was: the text is then hidden
+// again with another filler to tell.
+bool hid_something(CodeReading reading, std::string const& text, std::string const& hidden) {
+  if (hidden != text) return true;
+  reading.filler = reading.filler == ' ' ? '.' : ' ';
+  std::string again = text;
+  hide_code(reading, again);
+  return again != text;
+}
+
+}  // namespace
+
+// hide [--tsql|--oracle] [--quoted-id] [--keep-strings] [--names] [--commands]
+// [--quotes] [--fill CHAR] [FILE...]: each input read whole (a comment or a
+// literal may span lines) and printed with what is not code hidden.
+int run_hide(Invocation& inv) {
+  CodeReading reading;
+  if (!read_dialect(inv, reading) || !fill_char(inv, reading.filler)) return kError;
+  reading.flags = ZEAL_HIDE_COMMENTS | (inv.flag("--keep-strings") ? 0 : ZEAL_HIDE_STRINGS) |
+                  (inv.flag("--names") ? ZEAL_HIDE_NAMES : 0) |
+                  (inv.flag("--commands") ? ZEAL_HIDE_COMMANDS : 0) |
+                  (inv.flag("--quotes") ? ZEAL_HIDE_DELIMITERS : 0);
+  std::string text, hidden;
+  for_each_input(inv, inv.operands(), [&](Input& in) {
+    if (!read_code(inv, in, reading, true, text, hidden)) return;
+    write_out(hidden);
+    if (hid_something(reading, text, hidden)) inv.found();
+  });
   return inv.exit_status();
 }
 

@@ -7,9 +7,10 @@ the pkg-config file, a run path to the library's folder only, no
 LD_LIBRARY_PATH) and run; what it prints must be the output block shown
 after it ("Output:" and a fenced block, or "prints" and an indented block).
 A block that includes <zelstr/zelstr.hpp> is built as C++17, the others as
-C++20.  The README's tool session is replayed too: each "$ zelstr ..." line
-runs in a folder holding the README's orders.sql, and must print the lines
-shown under it.
+C++20.  The tool sessions are replayed too: on every page, a paragraph
+"Given `FILE`:" and the file's text as an indented block open a session,
+which runs to the next heading; each "$ " line of its indented blocks runs
+in a folder holding the file, and must print the lines shown under it.
 
 usage: run_examples.py BUILD_DIR STAGE_DIR SOURCE_DIR
 """
@@ -85,6 +86,35 @@ def examples(path):
     return found
 
 
+def tool_sessions(path):
+    """(file name, file text, [(command, what it prints)]) of each tool
+    session of a page."""
+    lines = read(path).split("\n")
+    sessions = []
+    for start, opening in enumerate(lines):
+        m = re.match(r"Given `([\w.]+)`:$", opening)
+        if m is None:
+            continue
+        text, i = indented_block(lines, start + 1)
+        commands = []
+        while i < len(lines) and not lines[i].startswith("#"):
+            if not lines[i].startswith("    "):
+                i += 1
+                continue
+            block, i = indented_block(lines, i)
+            for at, line in enumerate(block):
+                if not line.startswith("$ "):
+                    continue
+                shown = []
+                for out in block[at + 1:]:
+                    if out.startswith("$ "):
+                        break
+                    shown.append(out + "\n")
+                commands.append((line[2:], "".join(shown)))
+        sessions.append((m.group(1), "\n".join(text) + "\n", commands))
+    return sessions
+
+
 def addresses_hidden(text):
     """Addresses differ from run to run: they are compared as 0x..."""
     return re.sub(r"0x[0-9a-f]{6,}", "0x...", text)
@@ -128,33 +158,25 @@ class Documentation(unittest.TestCase):
         failures = ["%s %s" % (n, problem) for n, problem in results if problem is not None]
         self.assertEqual([], failures, "\n\n".join(failures))
 
-    def test_the_readme_tool_session_prints_what_it_shows(self):
-        lines = read(os.path.join(SOURCE, "README.md")).split("\n")
-        start = next(i for i, l in enumerate(lines) if l.startswith("Given `orders.sql`"))
-        orders, i = indented_block(lines, start + 1)
-        commands = 0
-        with tempfile.TemporaryDirectory() as work:
-            with open(os.path.join(work, "orders.sql"), "w") as f:
-                f.write("\n".join(orders) + "\n")
-            env = dict(os.environ, PATH=os.path.join(STAGE, "bin") + os.pathsep + os.environ["PATH"])
-            env.pop("LD_LIBRARY_PATH", None)
-            while i < len(lines) and not lines[i].startswith("The commands:"):
-                block, i = indented_block(lines, i)
-                i += 1
-                for at, line in enumerate(block):
-                    if not line.startswith("$ "):
-                        continue
-                    shown = []
-                    for out in block[at + 1:]:
-                        if out.startswith("$ "):
-                            break
-                        shown.append(out + "\n")
-                    # As on a terminal: messages and output in the order written.
-                    run = subprocess.run(["bash", "-c", line[2:]], cwd=work, env=env, text=True,
-                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-                    self.assertEqual("".join(shown), run.stdout, line)
-                    commands += 1
-        self.assertGreaterEqual(commands, 8)
+    def test_every_tool_session_prints_what_it_shows(self):
+        counted = {}
+        for path in pages():
+            for name, text, commands in tool_sessions(path):
+                with tempfile.TemporaryDirectory() as work:
+                    with open(os.path.join(work, name), "w") as f:
+                        f.write(text)
+                    env = dict(os.environ,
+                               PATH=os.path.join(STAGE, "bin") + os.pathsep + os.environ["PATH"])
+                    env.pop("LD_LIBRARY_PATH", None)
+                    for line, shown in commands:
+                        # As on a terminal: messages and output in the order written.
+                        run = subprocess.run(["bash", "-c", line], cwd=work, env=env, text=True,
+                                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+                        self.assertEqual(shown, run.stdout, line)
+                page = os.path.relpath(path, SOURCE)
+                counted[page] = counted.get(page, 0) + len(commands)
+        self.assertGreaterEqual(counted.get("README.md", 0), 8)
+        self.assertGreaterEqual(counted.get(os.path.join("docs", "sql.md"), 0), 4)
 
 
 if __name__ == "__main__":

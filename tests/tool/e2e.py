@@ -4,7 +4,8 @@
 Installs the build into a staging prefix, then runs the installed tool: the
 example of every command's help must print what the help shows; the real
 scripts of the corpus go through find, grep, findall, sqlcase, resword,
-sysname and plsqlname and are checked against small models written here;
+sysname, plsqlname and hide (and grep and findall in the code only) and are
+checked against small models written here;
 crafted bad input must give a clear message and exit status 2, never a
 crash; and a large input must stream through grep, find and sqlcase in
 little memory.
@@ -79,7 +80,8 @@ class Installed(unittest.TestCase):
         probe = ('source "%s"; COMP_WORDS=(zelstr sq); COMP_CWORD=1; _zelstr; echo "${COMPREPLY[*]}";'
                  'COMP_WORDS=(zelstr grep -); COMP_CWORD=2; _zelstr; echo "${COMPREPLY[*]}"') % script
         out = subprocess.run(["bash", "-c", probe], capture_output=True).stdout.decode().splitlines()
-        self.assertEqual(["sqlcase", "-o -g -n -c -W --help"], out)
+        self.assertEqual(["sqlcase", "-o -g -n -c --code-only --tsql --oracle --quoted-id -W --help"],
+                         out)
         self.assertIn("no command matches, counts,", man)  # the line-end rule
 
 
@@ -117,6 +119,22 @@ class Corpus(unittest.TestCase):
             upper = zelstr("sqlcase", "--upper", path).stdout
             self.assertEqual(lower.stdout, zelstr("sqlcase", "--lower", stdin=upper).stdout, path)
 
+    def test_code_only_searches_match_where_hide_leaves_code(self):
+        # grep prints the lines as written whose hidden copy matches; findall
+        # gives the offsets of the hidden text.
+        for folder, dialect in (("tsql", "--tsql"), ("plsql", "--oracle")):
+            for path in text_scripts(folder)[:15]:
+                text, hidden = read(path), zelstr("hide", dialect, path).stdout
+                self.assertEqual(len(text), len(hidden), path)
+                want = [b"%d:%s" % (n, line.rstrip(b"\r"))
+                        for n, (line, code) in enumerate(zip(text.split(b"\n"), hidden.split(b"\n")), 1)
+                        if b"FROM" in code]
+                got = zelstr("grep", "--code-only", dialect, "-n", "FROM", path).stdout
+                self.assertEqual(want, [l.rstrip(b"\r") for l in got.split(b"\n")[:-1]], path)
+                want = [i for i in range(len(hidden)) if hidden.startswith(b"E", i)]
+                got = zelstr("findall", "--code-only", dialect, "E", path).stdout.split()
+                self.assertEqual(want, [int(x) for x in got], path)
+
     def test_plsql_names_come_back(self):
         words = set()
         for path in text_scripts("plsql"):
@@ -143,7 +161,8 @@ class BadInput(unittest.TestCase):
             with open(binary, "wb") as f:
                 f.write(b"SELECT 1\n" + bytes(range(256)) * 4)
             for command in (["find", "x"], ["grep", "x"], ["sqlcase", "--lower"], ["map", "a-z=A-Z"],
-                            ["findall", "x"], ["trim"], ["span", "[a-z]"], ["replace", "a", "b"]):
+                            ["findall", "x"], ["trim"], ["span", "[a-z]"], ["replace", "a", "b"],
+                            ["hide"], ["grep", "--code-only", "x"], ["findall", "--code-only", "x"]):
                 self.check_error(command + [binary], r"binary data \(a zero byte at offset 9\)")
             self.check_error(["grep", "x", os.path.join(d, "missing.sql")],
                              r"^zelstr grep: cannot open '.*missing.sql': No such file")
@@ -166,13 +185,15 @@ TEXT_COMMANDS = [
     ["find", "a"], ["find", "-i", "A"], ["span", "[ a]"], ["replace", "a", "bb"],
     ["trim"], ["quote"], ["unquote", "-c", "x"], ["map", "A-Z=a-z"], ["grep", "a"],
     ["grep", "-o", "a+"], ["findall", "a"], ["sqlcase", "--upper"], ["resword", "--tsql", "15"],
-    ["sysname"], ["plsqlname"],
+    ["sysname"], ["plsqlname"], ["hide"], ["grep", "--code-only", "a"], ["findall", "--code-only", "a"],
 ]
 
 
 def model(args, lines, ends):
     """What a command prints for `lines` (content without line ends) that
-    ended with `ends`: the tool's rules written out once more, simply."""
+    ended with `ends`: the tool's rules written out once more, simply.  The
+    lines hold no comment or literal: in the code only, all is code."""
+    args = [a for a in args if a != "--code-only"]
     name, out = args[0], []
     picked = lambda l, e: out.append(l + (e or b"\n"))
     for l, e in zip(lines, ends):
@@ -191,6 +212,8 @@ def model(args, lines, ends):
         elif name == "unquote":
             framed = len(l) >= 2 and l[:1] == l[-1:] == b"x"
             out.append((l[1:-1] if framed else l) + e)
+        elif name == "hide":
+            out.append(l + e)
         elif name in ("map", "sqlcase"):
             out.append(l.upper() + e)
         elif name == "grep" and len(args) == 2:
@@ -259,6 +282,86 @@ class GrepParts(unittest.TestCase):
         self.assertEqual((0, b"1\n"), (run.returncode, run.stdout))
 
 
+class Hide(unittest.TestCase):
+    CASES = [  # args, input, output, exit status
+        (["--fill", "."], b"SELECT 'a''b' -- c\r\nFROM t /* x\r\ny */\n",
+         b"SELECT '....' ....\r\nFROM t ....\r\n....\n", 0),
+        ([], b"x -- y\n", b"x     \n", 0),  # the filler is a blank
+        (["--fill", "."], b"-- a\rb\nx", b"......\nx", 0),  # a lone CR is no line end
+        (["--fill", "."], b"/* a /* b */ c */ x", b"................. x", 0),
+        (["--fill", "."], b'"a b" [c d]', b'"..." [c d]', 0),
+        (["--quoted-id", "--fill", "."], b'"a b" [c d]', b'"a b" [c d]', 1),
+        (["--quoted-id", "--names", "--fill", "."], b'"a b" [c]]d]', b'"..." [....]', 0),
+        (["--keep-strings", "--fill", "."], b"'a' -- b\n", b"'a' ....\n", 0),
+        (["--quotes", "--fill", "."], b"x N'ab' y", b"x ..... y", 0),
+        (["--fill", "-"], b"--\n", b"--\n", 0),  # hidden, though it looks the same
+        (["--oracle", "--fill", "."], b"q'{a'b}' \"n\" N'c' /* /* */ x", b"q'{...}' \"n\" N'.' ........ x", 0),
+        (["--oracle", "--names", "--fill", "."], b'"n" x', b'"." x', 0),
+        (["--commands", "--fill", "."], b"SELECT 1\nGO\n:setvar x 'y\nGO 2 -- z\n",
+         b"SELECT 1\n..\n............\n.........\n", 0),
+        (["--oracle", "--commands", "--fill", "."], b"REM it's\nUPDATE t\nSET a = 1;\nSET ECHO ON\n/\n",
+         b"........\nUPDATE t\nSET a = 1;\n...........\n.\n", 0),
+    ]
+
+    def test_what_each_option_hides(self):
+        for args, text, out, status in self.CASES:
+            run = zelstr("hide", *args, stdin=text)
+            self.assertEqual((out, b"", status), (run.stdout, run.stderr, run.returncode), (args, text))
+
+    OPEN = [  # args, input, what the message says is open, where and what became of it
+        ([], b"SELECT 1\nSELECT 'abc\n", "string literal opened on line 2 (hidden"),
+        ([], b"x /* a /* b */\n\n", "block comment opened on line 1 (hidden"),
+        ([], b"x\n[a\nb", "delimited name opened on line 2 (kept as it is"),
+        (["--keep-strings"], b"'a\n-- b", "string literal opened on line 1 (kept as it is"),
+        (["--oracle"], b"a\nb \"c", "delimited name opened on line 2 (kept as it is"),
+        ([], b":setvar x 'y\nGO\n", "string literal opened on line 1 (hidden"),
+    ]
+
+    def test_a_part_not_closed_is_printed_then_reported(self):
+        for args, text, message in self.OPEN:
+            run = zelstr("hide", *args, stdin=text)
+            self.assertEqual(2, run.returncode, text)
+            self.assertEqual(len(text), len(run.stdout), text)
+            self.assertEqual("zelstr hide: (standard input): unterminated %s to the end)\n" % message,
+                             run.stderr.decode(), text)
+        # Ends that close what they hold: a command line, a last line comment.
+        for args, text in ((["--commands"], b":setvar x 'y\nGO\n"), ([], b"x -- y")):
+            run = zelstr("hide", *args, stdin=text)
+            self.assertEqual((0, b""), (run.returncode, run.stderr), text)
+
+
+class CodeOnly(unittest.TestCase):
+    GREP = [  # args, input, output, exit status
+        (["-o", "FROM [a-z]+"], b"-- FROM x\nSELECT 'FROM y' FROM z /* FROM w */\n", b"FROM z\n", 0),
+        (["-n", "b"], b"/* a\nb */ b\n", b"2:b */ b\n", 0),  # the line as written
+        (["-c", "x"], b"'x\nx'\nx\n", b"1\n", 0),
+        (["-n", "y"], b"x -- y\r\ny\r\n", b"2:y\r\n", 0),
+        (["--oracle", "-o", "'.*'"], b"SELECT q'[it's]' x\n", b"'[it's]'\n", 0),  # matches as written
+        (["-c", "b"], b"a /* /* */ b */\n", b"0\n", 1),
+        (["--oracle", "-c", "b"], b"a /* /* */ b */\n", b"1\n", 0),
+        (["Col"], b'SELECT "Col"\n', b"", 1),
+        (["--quoted-id", "Col"], b'SELECT "Col"\n', b'SELECT "Col"\n', 0),
+        (["-g", "1", "FROM +(dbo)"], b"SELECT 1 FROM /* x */ dbo.t\n", b"dbo\n", 0),
+    ]
+
+    def test_grep_matches_in_code_and_prints_the_text_as_written(self):
+        for args, text, out, status in self.GREP:
+            run = zelstr("grep", "--code-only", *args, stdin=text)
+            self.assertEqual((out, b"", status), (run.stdout, run.stderr, run.returncode), args)
+
+    def test_findall_gives_the_offsets_of_code(self):
+        run = zelstr("findall", "--code-only", "x", stdin=b"x 'x' -- x\n/* x */ x")
+        self.assertEqual((b"0\n19\n", 0), (run.stdout, run.returncode))
+        run = zelstr("findall", "--code-only", "--oracle", "-i", "--no-overlap", "aa", stdin=b"AAA q'[aa]' aaaa")
+        self.assertEqual(b"0\n12\n14\n", run.stdout)
+
+    def test_a_part_not_closed_is_a_notice(self):
+        run = zelstr("grep", "--code-only", "a", stdin=b"a 'b\na")
+        self.assertEqual((0, b"a 'b\n"), (run.returncode, run.stdout))
+        self.assertEqual(b"zelstr grep: (standard input): unterminated string literal opened on line 1 "
+                         b"(hidden to the end)\n", run.stderr)
+
+
 class CommandLines(unittest.TestCase):
     def test_bundled_and_attached_short_options(self):
         for args, text, expected in [
@@ -282,10 +385,13 @@ class CommandLines(unittest.TestCase):
 
     def test_options_that_exclude_each_other(self):
         for a, b, rest in [("--lower", "--upper", ["sqlcase"]), ("--tsql", "--oracle", ["resword"]),
+                           ("--tsql", "--oracle", ["hide"]), ("--oracle", "--quoted-id", ["grep"]),
                            ("--left", "--right", ["trim"]), ("--first", "--last", ["replace"]),
                            ("--first", "--delimiters", ["replace"])]:
-            args = rest + [a] + (["15"] if a == "--tsql" else []) + [b] + \
-                (["102"] if b == "--oracle" else ["[a]"] if b == "--delimiters" else []) + ["x", "y"]
+            versions = rest == ["resword"]
+            args = rest + [a] + (["15"] if a == "--tsql" and versions else []) + [b] + \
+                (["102"] if b == "--oracle" and versions else ["[a]"] if b == "--delimiters" else []) + \
+                ["x", "y"]
             self.refused(args, r"^zelstr %s: options '%s' and '%s' cannot be used together\n"
                          % (rest[0], a, b))
 
@@ -298,6 +404,12 @@ class CommandLines(unittest.TestCase):
         self.refused(["grep", "-g"], r"^zelstr grep: option '-g' needs a value \(N\)")
         self.refused(["replace", "--first=yes", "a", "b"], r"option '--first' takes no value")
         self.refused(["find", "-iq", "x"], r"unknown option '-q'")
+        for value, message in (("", "one character, not ''"), ("ab", "one character, not 'ab'"),
+                               ("\n", "a character that ends no line"), ("\r", "a character that ends no line")):
+            self.refused(["hide", "--fill", value], r"^zelstr hide: --fill takes %s" % message)
+        for option in ("--tsql", "--oracle", "--quoted-id"):
+            self.refused(["findall", option, "x"],
+                         r"^zelstr findall: option '%s' goes with '--code-only'\n" % option)
         for args in (["span", "[a-"], ["replace", "--delimiters", "[a-", "a", "b"],
                      ["replace", "-i", "--delimiters=", "a", "b"]):
             self.refused(args, r"bad set definition '\[?a?-?': it is empty or has a syntax error")

@@ -22,6 +22,7 @@ OUT_OF_MEMORY = b"zelstr: out of memory\n"
 SQL = os.path.join(DATA, "sql", "sqlcase_input.sql")
 QUERY = os.path.join(DATA, "str", "replace_input.sql")
 LINES = os.path.join(DATA, "tool", "lines.txt")
+NOT_CLOSED = os.path.join(DATA, "tool", "hide_input_plsql.sql")
 
 COMMANDS = [
     ["map", "A-Z=a-z", QUERY],
@@ -32,6 +33,9 @@ COMMANDS = [
     ["sqlcase", "--lower", SQL],
     ["grep", "-n", "-g", "1", "FROM +([a-z.]+)", QUERY],
     ["findall", "-i", "s", QUERY],
+    ["hide", "--names", SQL],
+    ["hide", "--oracle", "--commands", NOT_CLOSED],
+    ["grep", "--code-only", "-n", "FROM", QUERY],
     ["resword", "--tsql", "2016", "pivot", "select", "name"],
     ["plsqlname", "Mixed Case", "EMP", "VARRAY"],
     ["-W", "cmp", "(null)", "x"],

@@ -1,0 +1,2 @@
+SELECT N'it''s', "Col" -- FROM here
+/* a /* b */ FROM */ FROM [My Table] WHERE x = 'a--b'

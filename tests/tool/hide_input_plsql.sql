@@ -1,0 +1,4 @@
+REM it's SQL*Plus
+SELECT q'[it's]', "Name" FROM dual;
+/
+SELECT 'open
