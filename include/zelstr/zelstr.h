@@ -25,6 +25,7 @@
 #include "zelstr/dialect.h"
 #include "zelstr/extract.h"
 #include "zelstr/findall.h"
+#include "zelstr/findmany.h"
 #include "zelstr/grwstr.h"
 #include "zelstr/length.h"
 #include "zelstr/map.h"
