@@ -1,5 +1,5 @@
 // Fuzzes code hiding, the code context, comment discarding and
-// CHideCodeParts on any text, in T-SQL (quoted identifiers on and off) and
+// HideCodeParts on any text, in T-SQL (quoted identifiers on and off) and
 // PL/SQL, with any flags and filler:
 //   - hiding keeps the length and what follows the terminator, changes
 //     bytes only to the filler and never touches an LF; the copying form
@@ -101,7 +101,7 @@ void check_discarding(Dialect d, std::string const& text) {
 }
 
 void check_parts(Dialect d, std::string const& text, int flags) {
-  CHideCodeParts parts;
+  HideCodeParts parts;
   char const* const h = d.plsql ? parts.HidePlSql(text.c_str(), flags)
                                 : parts.HideTSql(d.connection, text.c_str(), flags);
   if (h == nullptr) return;  // a text holding every marker byte

@@ -38,11 +38,11 @@
 // text is left as it was.
 //
 // Memory: the copying forms give NULL when their copy cannot be allocated;
-// CHideCodeParts gives NULL (or 0) when it cannot hold its parts.  The rest
+// HideCodeParts gives NULL (or 0) when it cannot hold its parts.  The rest
 // allocates nothing.
 //
 // Threads: every function here may run on several threads at once; a
-// CHideCodeParts object is one thread's at a time.
+// HideCodeParts object is one thread's at a time.
 #ifndef ZELSTR_CODEHIDE_H
 #define ZELSTR_CODEHIDE_H
 
@@ -128,17 +128,17 @@ ZELSTR_API char* _zplsqldiscardcomments(char const* code) noexcept;
 // Restoring refuses, with a warning, a text in which a marker is not part
 // of a whole placeholder or a number names no part; a placeholder may be
 // dropped (its part is then lost) or repeated.
-class ZELSTR_API CHideCodeParts {
+class ZELSTR_API HideCodeParts {
  public:
   // Made with new, an object takes its memory from the library: the
   // new-expression gives NULL when memory is short.
   static void* operator new(std::size_t size) noexcept;
   static void operator delete(void* p) noexcept;
 
-  CHideCodeParts() noexcept;
-  ~CHideCodeParts();
-  CHideCodeParts(CHideCodeParts const&) = delete;
-  CHideCodeParts& operator=(CHideCodeParts const&) = delete;
+  HideCodeParts() noexcept;
+  ~HideCodeParts();
+  HideCodeParts(HideCodeParts const&) = delete;
+  HideCodeParts& operator=(HideCodeParts const&) = delete;
 
   // Sets aside the parts `flags` names (ZEAL_HIDE_*: the delimiters of
   // literals and names stay in the code unless ZEAL_HIDE_DELIMITERS is

@@ -6,7 +6,7 @@
 // of code runs, single code bytes that might have opened a part but did
 // not (a lone "-" or "/", and the line ends where command lines are looked
 // for) and parts.  Hiding, the code context, comment discarding, the
-// placeholders of CHideCodeParts and the code mapping of _zmaptsqlapply
+// placeholders of HideCodeParts and the code mapping of _zmaptsqlapply
 // are all visitors of this walk, so that they cannot disagree on where a
 // part begins or ends.
 //

@@ -1,4 +1,4 @@
-// hide_code_parts.cpp - CHideCodeParts: the parts that are not code set
+// hide_code_parts.cpp - HideCodeParts: the parts that are not code set
 // aside behind numbered placeholders, and put back.
 //
 // Hiding walks the text twice with the code scanner: once to count the
@@ -18,7 +18,7 @@
 #include "zelstr/alloc.h"
 #include "zelstr/codehide.h"
 
-struct CHideCodeParts::Part {
+struct HideCodeParts::Part {
   int kind;
   std::size_t text;  // offset of its text in m_texts
 };
@@ -135,19 +135,19 @@ char const* read_placeholder(char const* p, char marker, std::size_t* n) {
 
 }  // namespace
 
-void* CHideCodeParts::operator new(std::size_t size) noexcept {
+void* HideCodeParts::operator new(std::size_t size) noexcept {
   void* const p = ::operator new(size, std::nothrow);
   if (p == nullptr) zelstr::frame::note_allocation_failure();
   return p;
 }
 
-void CHideCodeParts::operator delete(void* p) noexcept { ::operator delete(p); }
+void HideCodeParts::operator delete(void* p) noexcept { ::operator delete(p); }
 
-CHideCodeParts::CHideCodeParts() noexcept = default;
+HideCodeParts::HideCodeParts() noexcept = default;
 
-CHideCodeParts::~CHideCodeParts() { Clear(); }
+HideCodeParts::~HideCodeParts() { Clear(); }
 
-void CHideCodeParts::Clear() noexcept {
+void HideCodeParts::Clear() noexcept {
   delete[] m_parts;
   delete[] m_texts;
   delete[] m_hidden;
@@ -158,18 +158,18 @@ void CHideCodeParts::Clear() noexcept {
   m_marker = 0;
 }
 
-char const* CHideCodeParts::HideTSql(void const* const connection, char const* code,
+char const* HideCodeParts::HideTSql(void const* const connection, char const* code,
                                      int flags) noexcept {
   return Hide(true, connection, code, flags);
 }
 
-char const* CHideCodeParts::HidePlSql(char const* code, int flags) noexcept {
+char const* HideCodeParts::HidePlSql(char const* code, int flags) noexcept {
   return Hide(false, nullptr, code, flags);
 }
 
-char const* CHideCodeParts::Hide(bool tsql, void const* connection, char const* code,
+char const* HideCodeParts::Hide(bool tsql, void const* connection, char const* code,
                                  int flags) noexcept {
-  char const* const function = tsql ? "CHideCodeParts::HideTSql" : "CHideCodeParts::HidePlSql";
+  char const* const function = tsql ? "HideCodeParts::HideTSql" : "HideCodeParts::HidePlSql";
   bool const commands = (flags & ZEAL_HIDE_COMMANDS) != 0;
   code::Grammar const grammar =
       tsql ? code::tsql_grammar(connection, commands) : code::plsql_grammar(commands);
@@ -225,8 +225,8 @@ char const* CHideCodeParts::Hide(bool tsql, void const* connection, char const* 
   return m_hidden;
 }
 
-char* CHideCodeParts::Restore(char const* code) const noexcept {
-  char const* const function = "CHideCodeParts::Restore";
+char* HideCodeParts::Restore(char const* code) const noexcept {
+  char const* const function = "HideCodeParts::Restore";
   if (code == nullptr) {
     warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
     return nullptr;
@@ -270,21 +270,21 @@ char* CHideCodeParts::Restore(char const* code) const noexcept {
   return result;
 }
 
-int CHideCodeParts::GetCount() const noexcept { return m_count; }
+int HideCodeParts::GetCount() const noexcept { return m_count; }
 
-char CHideCodeParts::GetMarker() const noexcept { return m_marker; }
+char HideCodeParts::GetMarker() const noexcept { return m_marker; }
 
-char const* CHideCodeParts::GetPart(int index) const noexcept {
+char const* HideCodeParts::GetPart(int index) const noexcept {
   if (index < 0 || index >= m_count) {
-    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), "CHideCodeParts::GetPart");
+    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), "HideCodeParts::GetPart");
     return nullptr;
   }
   return m_texts + m_parts[index].text;
 }
 
-int CHideCodeParts::GetPartKind(int index) const noexcept {
+int HideCodeParts::GetPartKind(int index) const noexcept {
   if (index < 0 || index >= m_count) {
-    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), "CHideCodeParts::GetPartKind");
+    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), "HideCodeParts::GetPartKind");
     return 0;
   }
   return m_parts[index].kind;

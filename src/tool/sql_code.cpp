@@ -76,7 +76,7 @@ char const* open_part(int context, int flags, bool& hidden) {
 unsigned long long opening_line(CodeReading const& reading, std::string const& text) {
   int const flags = ZEAL_HIDE_COMMENTS | ZEAL_HIDE_STRINGS | ZEAL_HIDE_NAMES |
                     ZEAL_HIDE_DELIMITERS | (reading.flags & ZEAL_HIDE_COMMANDS);
-  CHideCodeParts parts;
+  HideCodeParts parts;
   char const* const code = reading.oracle ? parts.HidePlSql(text.c_str(), flags)
                                           : parts.HideTSql(tsql_connection(true, reading.quoted_id),
                                                            text.c_str(), flags);

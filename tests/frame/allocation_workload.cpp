@@ -582,7 +582,7 @@ std::vector<Step> sql_steps() {
        [] {
          // Hide gives NULL when it cannot hold its parts; Restore when it
          // cannot make its copy.  Either way nothing leaks.
-         auto* const parts = library([] { return new CHideCodeParts; });
+         auto* const parts = library([] { return new HideCodeParts; });
          if (parts == nullptr) return std::string("(null)");
          char const* const hidden = library(
              [&] { return parts->HidePlSql("x := q'[it's]'; -- done", ZEAL_HIDE_DEFAULT); });

@@ -1,4 +1,4 @@
-// Code hiding, code context, comment discarding and CHideCodeParts: exact
+// Code hiding, code context, comment discarding and HideCodeParts: exact
 // results on written cases, and a model that builds random texts from
 // known pieces and so knows what each byte is.
 #include <gtest/gtest.h>
@@ -160,7 +160,7 @@ TEST_F(CodeHide, BadArgumentsWarnAndFallBack) {
 }
 
 TEST_F(CodeHide, PartsSetAsideAndPutBack) {
-  CHideCodeParts parts;
+  HideCodeParts parts;
   char const* const code = "select 'a' from [t] -- c\n/* d */";
   char const* const hidden_code = parts.HideTSql(nullptr, code, kAll);
   ASSERT_NE(nullptr, hidden_code);
@@ -181,18 +181,18 @@ TEST_F(CodeHide, PartsSetAsideAndPutBack) {
   EXPECT_EQ(nullptr, parts.GetPart(4));
   std::vector<zelstr::test::ExpectedWarning> expected(
       4, {-1,
-          "CHideCodeParts::Restore() - Warning: <code> holds a damaged placeholder or one of no "
+          "HideCodeParts::Restore() - Warning: <code> holds a damaged placeholder or one of no "
           "hidden part: NULL was returned as result.",
-          2, "connfortsqlstrfncs", "CHideCodeParts::Restore"});
+          2, "connfortsqlstrfncs", "HideCodeParts::Restore"});
   expected.push_back({-1, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), 4, "connfortsqlstrfncs",
-                      "CHideCodeParts::GetPart"});
+                      "HideCodeParts::GetPart"});
   EXPECT_TRUE(filed_exactly(expected));
 }
 
 TEST_F(CodeHide, MarkerAvoidsEveryByteOfTheText) {
   std::string code = "x'y'";
   for (int c = 1; c < 0x1F; ++c) code += static_cast<char>(c);
-  CHideCodeParts parts;
+  HideCodeParts parts;
   ASSERT_NE(nullptr, parts.HidePlSql(code.c_str(), ZEAL_HIDE_STRINGS));
   EXPECT_EQ('\x1F', parts.GetMarker());
   EXPECT_EQ(code, owned(parts.Restore(parts.HidePlSql(code.c_str(), ZEAL_HIDE_STRINGS))));
@@ -404,7 +404,7 @@ TEST_F(CodeHide, AgreesWithAModelOnRandomTexts) {
                                        ? _zplsqldiscardcomments(e.text.c_str())
                                        : _ztsqldiscardcomments(connection, e.text.c_str())));
 
-      CHideCodeParts parts;
+      HideCodeParts parts;
       char const* const h = dialect == kPlsql ? parts.HidePlSql(e.text.c_str(), flags)
                                               : parts.HideTSql(connection, e.text.c_str(), flags);
       ASSERT_NE(nullptr, h);

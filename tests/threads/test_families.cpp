@@ -216,7 +216,7 @@ struct Round {
     out << std::string(replaced).substr(990, 80);
     _zstrdupfree(replaced);
     std::string code = cat({"select '", pattern, "' -- ", pattern, "\n/* x */ from t"});
-    CHideCodeParts parts;
+    HideCodeParts parts;
     out << _ztsqlhidenonsqlcode(code.data(), ZEAL_HIDE_DEFAULT) << code
         << parts.HidePlSql(code.c_str(), ZEAL_HIDE_COMMENTS);
   }
