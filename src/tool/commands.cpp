@@ -17,6 +17,9 @@ int run_cmp(Invocation& inv);
 int run_map(Invocation& inv);
 int run_grep(Invocation& inv);
 int run_findall(Invocation& inv);
+int run_like(Invocation& inv);
+int run_match(Invocation& inv);
+int run_sub(Invocation& inv);
 int run_sqlcase(Invocation& inv);
 int run_resword(Invocation& inv);
 int run_sysname(Invocation& inv);
@@ -82,6 +85,20 @@ constexpr Option kGrepOptions[] = {
 };
 // The dialects of code, for the commands that read SQL code.
 constexpr Conflict kCodeConflicts[] = {{"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}};
+constexpr Option kLikeOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"--escape", "CHAR", "the escape character: the character after it stands for itself"},
+    {"-n", nullptr, "print each line's number first"},
+    {"-c", nullptr, "print only the number of matching lines of each file"},
+};
+constexpr Option kMatchOptions[] = {
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"-n", nullptr, "print each line's number first"},
+    {"-c", nullptr, "print only the number of matching lines of each file"},
+};
+constexpr Option kSubOptions[] = {
+    {"--all", nullptr, "replace every match of each line, not only the first"},
+};
 constexpr Option kFindallOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--no-overlap", nullptr, "skip occurrences that begin inside the one before"},
@@ -244,6 +261,46 @@ constexpr Command kCommands[] = {
      kLinesFound,
      run_grep,
      kCodeConflicts},
+    {"like",
+     "[-i] [--escape CHAR] [-n] [-c] PATTERN [FILE...]",
+     "print the lines that are LIKE a SQL pattern",
+     "Prints each line of the files (or of standard input) that PATTERN matches\n"
+     "as a whole, by the rules of T-SQL's LIKE: % any run of characters, _ one\n"
+     "character, [set] one character of the set, [^set] one not in it (x-y is a\n"
+     "range).  With --escape, the character after CHAR stands for itself; a\n"
+     "pattern that ends with CHAR is refused.  Blanks that end a line are\n"
+     "ignored, as the server ignores them at the end of a varchar value; those\n"
+     "of PATTERN count.\n",
+     kLikeOptions,
+     {"printf 'usp_Orders\\nuspOrders\\n' | zelstr like 'usp[_]%'", "usp_Orders\n"},
+     kLinesFound,
+     run_like},
+    {"match",
+     "[-i] [-n] [-c] PATTERN [FILE...]",
+     "print the lines that match a wildcard pattern",
+     "Prints each line of the files (or of standard input) that PATTERN matches\n"
+     "as a whole: * any run of characters, ? one character, [set] one character\n"
+     "of the set, [!set] or [^set] one not in it (x-y is a range).  There is no\n"
+     "escape character: [*] matches a star.\n",
+     kMatchOptions,
+     {"printf 'orders.sql\\nreport.txt\\n' | zelstr match '*.[st]ql'", "orders.sql\n"},
+     kLinesFound,
+     run_match},
+    {"sub",
+     "[--all] PATTERN TEMPLATE [FILE...]",
+     "replace the matches of a regular expression in each line",
+     "Prints the files (or standard input) with the first match of PATTERN in each\n"
+     "line (every match with --all, left to right) replaced by TEMPLATE.  PATTERN\n"
+     "is a regular expression as for grep.  In TEMPLATE, & and \\0 stand for the\n"
+     "whole match, \\1 to \\9 for what a group matched (nothing for a group that\n"
+     "took no part), \\& and \\\\ for & and \\; every other character for itself.\n"
+     "After an empty match the search goes on one character further.\n",
+     kSubOptions,
+     {"printf 'exec dbo.usp_a; exec dbo.usp_b\\n' | zelstr sub --all 'dbo\\.([a-z_]+)' "
+      "'[dbo].[\\1]'",
+      "exec [dbo].[usp_a]; exec [dbo].[usp_b]\n"},
+     "0: a line changed; 1: none did",
+     run_sub},
     {"findall",
      "[-i] [--no-overlap] [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
      "print the offset of every occurrence of a string",

@@ -17,21 +17,6 @@
 namespace zelstr::tool {
 namespace {
 
-// A compiled expression, released on the way out.
-class Expression {
- public:
-  explicit Expression(char const* pattern) : m_re(Tcl_RegExpCompile(pattern)) {}
-  ~Expression() {
-    if (m_re != nullptr) Tcl_DeleteInterp(m_re);
-  }
-  Expression(Expression const&) = delete;
-  Expression& operator=(Expression const&) = delete;
-  Tcl_RegExp_* get() const { return m_re; }
-
- private:
-  Tcl_RegExp_* m_re;
-};
-
 // The group of -g: a whole number the expression has.
 bool parse_group(Invocation& inv, Tcl_RegExp_* re, int& group) {
   char const* const text = inv.value("-g");

@@ -19,9 +19,9 @@ constexpr char kLineEnds[] =
     "feed (CRLF).  The end is not part of the line: no command matches, counts,\n"
     "trims, quotes or translates it, and every line a command prints keeps the\n"
     "end it came with.  A last line without an end is printed without one by\n"
-    "the commands that pass every line on (replace, trim, quote, unquote, map,\n"
-    "sqlcase, hide) and with LF by the others; matched parts, counts, offsets\n"
-    "and answers end with LF.";
+    "the commands that pass every line on (replace, sub, trim, quote, unquote,\n"
+    "map, sqlcase, hide) and with LF by the others; matched parts, counts,\n"
+    "offsets and answers end with LF.";
 
 std::string option_label(Option const& o) {
   return o.value != nullptr ? std::string(o.name) + " " + o.value : std::string(o.name);

@@ -35,6 +35,12 @@ DefinedMap::~DefinedMap() {
   if (m_map != nullptr) _zmapfree(m_map);
 }
 
+Expression::Expression(char const* pattern) : m_re(Tcl_RegExpCompile(pattern)) {}
+
+Expression::~Expression() {
+  if (m_re != nullptr) Tcl_DeleteInterp(m_re);
+}
+
 bool check_set_definition(Invocation& inv, char const* setdef) {
   inv.clear_warning();
   _zstrspnex("x", setdef);

@@ -1,5 +1,6 @@
 // text_tools.h - pieces the text subcommands share: a map made from a
-// definition, the printing of matching lines, and line replacement.
+// definition, a compiled expression, the printing of matching lines, and
+// line replacement.
 #ifndef ZELSTR_TOOL_TEXT_TOOLS_H
 #define ZELSTR_TOOL_TEXT_TOOLS_H
 
@@ -10,6 +11,7 @@
 
 #include "tool/input.h"
 #include "tool/invocation.h"
+#include "zelstr/regex.h"
 
 namespace zelstr::tool {
 
@@ -34,6 +36,21 @@ class DefinedMap {
  private:
   void* m_map = nullptr;
   bool m_bad = false;
+};
+
+// A compiled expression of the library's engine, released on the way out;
+// get() is NULL when the pattern does not compile (Tcl_GetRegError says
+// why).
+class Expression {
+ public:
+  explicit Expression(char const* pattern);
+  ~Expression();
+  Expression(Expression const&) = delete;
+  Expression& operator=(Expression const&) = delete;
+  Tcl_RegExp_* get() const { return m_re; }
+
+ private:
+  Tcl_RegExp_* m_re;
 };
 
 // A set definition given to an option or as an operand, checked before any

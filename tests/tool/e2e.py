@@ -5,7 +5,8 @@ Installs the build into a staging prefix, then runs the installed tool: the
 example of every command's help must print what the help shows; the real
 scripts of the corpus go through find, grep, findall, sqlcase, resword,
 sysname, plsqlname and hide (and grep and findall in the code only) and are
-checked against small models written here;
+checked against small models written here, as are like and match on
+random lines and patterns;
 crafted bad input must give a clear message and exit status 2, never a
 crash; and a large input must stream through grep, find and sqlcase in
 little memory.
@@ -14,6 +15,7 @@ usage: e2e.py BUILD_DIR STAGE_DIR CORPUS_DIR
 """
 import gzip
 import os
+import random
 import re
 import subprocess
 import sys
@@ -162,7 +164,8 @@ class BadInput(unittest.TestCase):
                 f.write(b"SELECT 1\n" + bytes(range(256)) * 4)
             for command in (["find", "x"], ["grep", "x"], ["sqlcase", "--lower"], ["map", "a-z=A-Z"],
                             ["findall", "x"], ["trim"], ["span", "[a-z]"], ["replace", "a", "b"],
-                            ["hide"], ["grep", "--code-only", "x"], ["findall", "--code-only", "x"]):
+                            ["hide"], ["grep", "--code-only", "x"], ["findall", "--code-only", "x"],
+                            ["like", "x"], ["match", "x"], ["sub", "x", "y"]):
                 self.check_error(command + [binary], r"binary data \(a zero byte at offset 9\)")
             self.check_error(["grep", "x", os.path.join(d, "missing.sql")],
                              r"^zelstr grep: cannot open '.*missing.sql': No such file")
@@ -175,7 +178,8 @@ class BadInput(unittest.TestCase):
         self.check_error(["resword", "--tsql", "5", "x"], r"T-SQL version 5 is not known")
 
     def test_nothing_found_is_status_1(self):
-        for args in (["find", "absent"], ["grep", "absent"], ["findall", "absent"]):
+        for args in (["find", "absent"], ["grep", "absent"], ["findall", "absent"], ["like", "%absent%"],
+                     ["match", "*absent*"], ["sub", "absent", "x"]):
             self.assertEqual(1, zelstr(*args, stdin=b"text\n").returncode, args)
 
 
@@ -186,6 +190,8 @@ TEXT_COMMANDS = [
     ["trim"], ["quote"], ["unquote", "-c", "x"], ["map", "A-Z=a-z"], ["grep", "a"],
     ["grep", "-o", "a+"], ["findall", "a"], ["sqlcase", "--upper"], ["resword", "--tsql", "15"],
     ["sysname"], ["plsqlname"], ["hide"], ["grep", "--code-only", "a"], ["findall", "--code-only", "a"],
+    ["like", "%a"], ["like", "-i", "--escape", "!", "%!A"], ["match", "*a"], ["sub", "a+", "<&>"],
+    ["sub", "--all", "a+", "<&>"],
 ]
 
 
@@ -227,6 +233,14 @@ def model(args, lines, ends):
             out.append(b'"' + l + b'"\n' if l else b"\n")
         elif name == "sysname" and not l:  # every other line here holds a blank or a CR
             out.append(b"\n")
+        elif name == "like":  # the blanks that end a line are ignored
+            if l.rstrip(b" ").endswith(b"a"):
+                picked(l, e)
+        elif name == "match":
+            if l.endswith(b"a"):
+                picked(l, e)
+        elif name == "sub":
+            out.append(re.sub(rb"a+", rb"<\g<0>>", l, count=0 if "--all" in args else 1) + e)
     if name == "findall":
         text = b"".join(l + e for l, e in zip(lines, ends))
         out = [b"%d\n" % i for i, c in enumerate(text) if c == ord("a")]
@@ -280,6 +294,81 @@ class GrepParts(unittest.TestCase):
     def test_a_line_whose_matches_are_all_empty_still_matches(self):
         run = zelstr("grep", "-c", "-o", "x*", stdin=b"abc\n")
         self.assertEqual((0, b"1\n"), (run.returncode, run.stdout))
+
+
+class Patterns(unittest.TestCase):
+    CASES = [  # args, input, output, exit status
+        (["like", "usp[_]%"], b"usp_a\nuspa\nUSP_b\n", b"usp_a\n", 0),
+        (["like", "-i", "usp[_]%"], b"usp_a\nuspa\nUSP_b\n", b"usp_a\nUSP_b\n", 0),
+        (["like", "[^u]%"], b"usp\nx\n\n", b"x\n", 0),
+        (["like", "--escape", "!", "10!%"], b"10%\n100\n", b"10%\n", 0),
+        (["like", "--escape", "!", "[!]%"], b"!x\nx\n", b"!x\n", 0),  # a set member as it is
+        (["like", "-n", "x"], b"x  \r\nx\ty\nx\n", b"1:x  \r\n3:x\n", 0),  # blanks end, a tab does not
+        (["like", "a_"], b"a \na\n", b"a \n", 0),  # the blanks the pattern asks for are there
+        (["like", "-c", "%"], b"a\r\n\r\nb", b"3\n", 0),
+        (["match", "*.[st]ql"], b"a.sql\nb.tql\nc.txt\n.sql\n", b"a.sql\nb.tql\n.sql\n", 0),
+        (["match", "-i", "ORD?R*"], b"orders\nord\nOrdEr\n", b"orders\nOrdEr\n", 0),
+        (["match", "[!a]*"], b"abc\nbcd\n\n", b"bcd\n", 0),
+        (["match", "[*]"], b"*\nx\n", b"*\n", 0),
+        (["match", "abc"], b"abc \nabc\r\n", b"abc\r\n", 0),  # MATCH ignores no blank
+        (["match", "-c", "-n", "x"], b"y\n", b"0\n", 1),
+        (["sub", "dbo\\.([a-z_]+)", "[dbo].[\\1]"], b"x dbo.a dbo.b\n", b"x [dbo].[a] dbo.b\n", 0),
+        (["sub", "--all", "dbo\\.([a-z_]+)", "[dbo].[\\1]"], b"x dbo.a dbo.b\n", b"x [dbo].[a] [dbo].[b]\n", 0),
+        (["sub", "--all", "x*", "-"], b"axb\n", b"-a--b-\n", 0),
+        (["sub", "--all", "(a)|(b)", "[\\2]"], b"ab\n", b"[][b]\n", 0),
+        (["sub", "a", "\\&\\\\\\0&"], b"xa\n", b"x&\\aa\n", 0),
+        (["sub", "^", "> "], b"a\r\n\nb", b"> a\r\n> \n> b", 0),
+        (["sub", "b", "&"], b"abc\nb\n", b"abc\nb\n", 1),  # matches, but no line changed
+        (["sub", "z", "y"], b"a\r\nb", b"a\r\nb", 1),
+    ]
+
+    def test_whole_line_patterns_and_substitution(self):
+        for args, text, out, status in self.CASES:
+            run = zelstr(*args, stdin=text)
+            self.assertEqual((out, b"", status), (run.stdout, run.stderr, run.returncode), (args, text))
+
+    ERRORS = [  # args, the one message
+        (["like", "--escape", "!", "a!"], "zelstr like: bad pattern 'a!': it ends with its escape character '!'"),
+        (["sub", "a(", "x"], "zelstr sub: bad pattern 'a(': Unmatched '(' in TCL reg.exp."),
+        (["sub", "(a)", "\\2"], "zelstr sub: bad template '\\2': a backslash goes before '&', a backslash "
+                                "or the number of a group of the pattern (0 to 1)"),
+        (["sub", "a", "x\\"], "zelstr sub: bad template 'x\\': a backslash goes before '&', a backslash "
+                              "or the number of a group of the pattern (0 to 0)"),
+    ]
+
+    def test_a_bad_pattern_or_template_is_reported_once_before_any_line(self):
+        for args, message in self.ERRORS:
+            run = zelstr(*args, stdin=b"a\nab\n" * 3)
+            self.assertEqual((b"", message + "\n", 2), (run.stdout, run.stderr.decode(), run.returncode), args)
+        # -W shows the library's warning first.
+        err = zelstr("-W", "sub", "a", "\\x", stdin=b"a\n").stderr.decode().splitlines()
+        self.assertEqual(2, len(err))
+        self.assertRegex(err[0], r"^warning -?\d+ \(severity \d\): _zstrregsub\(\) - Warning: replacement "
+                                 r"template '\\x' is not valid")
+
+    def test_like_and_match_agree_with_a_model_on_random_lines(self):
+        # The model: each pattern as a Python expression, matched against the
+        # whole line (LIKE: or the line without some of its ending blanks).
+        rng = random.Random(20240612)
+        like_tokens = [b"a", b"b", b"A", b" ", b"%", b"_", b"[ab]", b"[^a]", b"[a-b]", b"!%", b"!_", b"!["]
+        match_tokens = [b"a", b"b", b"A", b" ", b"*", b"?", b"[ab]", b"[^a]", b"[!a]", b"[a-b]"]
+        sets = {b"[ab]": rb"[ab]", b"[^a]": rb"[^a]", b"[!a]": rb"[^a]", b"[a-b]": rb"[a-b]"}
+        lines = [bytes(rng.choice(b"abAB ") for _ in range(rng.randrange(6))) for _ in range(300)]
+        ends = [rng.choice([b"\n", b"\r\n"]) for _ in lines]
+        text = b"".join(l + e for l, e in zip(lines, ends))
+        for _ in range(40):
+            for name, tokens in (("like", like_tokens), ("match", match_tokens)):
+                pattern = [rng.choice(tokens) for _ in range(rng.randrange(1, 5))]
+                expression = b"".join(rb".*" if t in (b"%", b"*") else rb"." if t in (b"_", b"?") else
+                                      sets[t] if t in sets else re.escape(t[-1:]) for t in pattern)
+                for insensitive in (False, True):
+                    rx = re.compile(expression, re.S | (re.I if insensitive else 0))
+                    keep = (lambda l: any(rx.fullmatch(l[:i]) for i in range(len(l.rstrip(b" ")), len(l) + 1))) \
+                        if name == "like" else (lambda l: rx.fullmatch(l) is not None)
+                    want = b"".join(l + e for l, e in zip(lines, ends) if keep(l))
+                    args = [name] + (["-i"] if insensitive else []) + (["--escape", "!"] if name == "like" else [])
+                    run = zelstr(*args, b"".join(pattern).decode(), stdin=text)
+                    self.assertEqual((want, 0 if want else 1), (run.stdout, run.returncode), (args, pattern))
 
 
 class Hide(unittest.TestCase):
@@ -407,6 +496,11 @@ class CommandLines(unittest.TestCase):
         for value, message in (("", "one character, not ''"), ("ab", "one character, not 'ab'"),
                                ("\n", "a character that ends no line"), ("\r", "a character that ends no line")):
             self.refused(["hide", "--fill", value], r"^zelstr hide: --fill takes %s" % message)
+        for value in ("", "ab"):
+            self.refused(["like", "--escape", value, "x"],
+                         r"^zelstr like: --escape takes one character, not '%s'\n" % value)
+        self.refused(["like"], r"^zelstr like: no pattern\n")
+        self.refused(["sub", "a"], r"^zelstr sub: PATTERN and TEMPLATE are needed\n")
         for option in ("--tsql", "--oracle", "--quoted-id"):
             self.refused(["findall", option, "x"],
                          r"^zelstr findall: option '%s' goes with '--code-only'\n" % option)
