@@ -26,7 +26,7 @@ std::vector<Found> all_found(Search& search, char const* text, long length) {
   std::vector<Found> out;
   int index = -1;
   for (char const* at = search.Find(text, &index, length); at; at = search.FindNext(&index)) {
-    out.push_back(Found{at - text, index});
+    out.push_back(Found{static_cast<long>(at - text), index});
     if (out.size() > static_cast<std::size_t>(length) + 1) break;  // never more than one per place
   }
   return out;

@@ -71,7 +71,7 @@ std::vector<Found> all_found(Search& search, std::string const& text) {
   int index = -1;
   for (char const* at = search.Find(text.c_str(), &index, static_cast<long>(text.size())); at;
        at = search.FindNext(&index)) {
-    out.push_back(Found{at - text.c_str(), index});
+    out.push_back(Found{static_cast<long>(at - text.c_str()), index});
   }
   return out;
 }
