@@ -3,9 +3,10 @@
 #include <cstring>
 
 #include "errsvc/errsvc.h"
-#include "frame/memory.h"
 #include "frame/report.h"
 #include "sql/code_scan.h"
+#include "sql/hidden_span.h"
+#include "zelstr/alloc.h"
 #include "zelstr/codehide.h"
 #include "zelstr/types.h"
 
@@ -17,8 +18,7 @@ using code::Kind;
 using code::Part;
 using zelstr::frame::Unit;
 
-constexpr int kHideFlags = ZEAL_HIDE_COMMENTS | ZEAL_HIDE_STRINGS | ZEAL_HIDE_NAMES |
-                           ZEAL_HIDE_COMMANDS | ZEAL_HIDE_DELIMITERS;
+using code::kHideFlags;
 
 void warn(Unit unit, char const* text, char const* function, int line = __builtin_LINE()) {
   zelstr::frame::report(unit, zelstr::frame::Message{-1, 4, text}, function, line);
@@ -46,24 +46,10 @@ class Hider {
   void code(Byte const*, Byte const*) {}
   void lone(Byte const*) {}
   void part(Part const& part) {
-    Byte* const begin = const_cast<Byte*>(part.begin);
-    Byte* const end = const_cast<Byte*>(part.end);
-    switch (part.kind) {
-      case Kind::kLineComment:
-      case Kind::kBlockComment:
-        if (m_flags & ZEAL_HIDE_COMMENTS) fill(begin, end, m_filler);
-        break;
-      case Kind::kCommand:
-        if (m_flags & ZEAL_HIDE_COMMANDS) fill(begin, end, m_filler);
-        break;
-      default:
-        if (!(m_flags & (part.kind == Kind::kString ? ZEAL_HIDE_STRINGS : ZEAL_HIDE_NAMES))) break;
-        if (m_flags & ZEAL_HIDE_DELIMITERS) {
-          fill(begin, end, m_filler);
-        } else {
-          fill(const_cast<Byte*>(part.content), const_cast<Byte*>(part.close), m_filler);
-        }
-        break;
+    Byte const* from = nullptr;
+    Byte const* to = nullptr;
+    if (code::hidden_span(part, m_flags, &from, &to)) {
+      fill(const_cast<Byte*>(from), const_cast<Byte*>(to), m_filler);
     }
   }
 
@@ -72,37 +58,37 @@ class Hider {
   Byte m_filler;
 };
 
-int hide(code::Grammar const& grammar, char* text, int flags, char filler, Unit unit,
-         char const* function) {
+// Whether the arguments of a hiding call are good; warns when not.
+bool hiding_arguments(char const* text, int flags, char filler, Unit unit, char const* function) {
   if (text == nullptr || filler == '\0') {
     warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
-    return 0;
+    return false;
   }
   if ((flags & ~kHideFlags) != 0) {
     warn(unit, ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(), function);
-    return 0;
+    return false;
   }
+  return true;
+}
+
+int hide_in_place(code::Grammar const& grammar, char* text, int flags, char filler) {
   Hider hider(flags, static_cast<Byte>(filler));
   return static_cast<int>(code::scan(grammar, text, std::strlen(text), hider));
+}
+
+int hide(code::Grammar const& grammar, char* text, int flags, char filler, Unit unit,
+         char const* function) {
+  if (!hiding_arguments(text, flags, filler, unit, function)) return 0;
+  return hide_in_place(grammar, text, flags, filler);
 }
 
 char* hide_copy(code::Grammar const& grammar, char const* text, int flags, char filler,
                 int* context, Unit unit, char const* function) {
   if (context != nullptr) *context = 0;
-  if (text == nullptr || filler == '\0') {
-    warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
-    return nullptr;
-  }
-  if ((flags & ~kHideFlags) != 0) {
-    warn(unit, ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(), function);
-    return nullptr;
-  }
-  std::size_t const length = std::strlen(text);
-  char* const copy = zelstr::frame::new_array<char>(length + 1);
+  if (!hiding_arguments(text, flags, filler, unit, function)) return nullptr;
+  char* const copy = _zstrdupalloc(text, 0);
   if (copy == nullptr) return nullptr;
-  std::memcpy(copy, text, length + 1);
-  Hider hider(flags, static_cast<Byte>(filler));
-  int const end = static_cast<int>(code::scan(grammar, copy, length, hider));
+  int const end = hide_in_place(grammar, copy, flags, filler);
   if (context != nullptr) *context = end;
   return copy;
 }
@@ -223,11 +209,8 @@ char* discard_copy(code::Grammar const& grammar, char const* text, Unit unit,
     warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
     return nullptr;
   }
-  std::size_t const length = std::strlen(text);
-  char* const copy = zelstr::frame::new_array<char>(length + 1);
-  if (copy == nullptr) return nullptr;
-  std::memcpy(copy, text, length + 1);
-  discard(grammar, copy, unit, function);
+  char* const copy = _zstrdupalloc(text, 0);
+  if (copy != nullptr) discard(grammar, copy, unit, function);
   return copy;
 }
 

@@ -15,6 +15,7 @@
 #include "frame/memory.h"
 #include "frame/report.h"
 #include "sql/code_scan.h"
+#include "sql/hidden_span.h"
 #include "zelstr/alloc.h"
 #include "zelstr/codehide.h"
 
@@ -30,8 +31,7 @@ using code::Byte;
 using code::Kind;
 using zelstr::frame::Unit;
 
-constexpr int kHideFlags = ZEAL_HIDE_COMMENTS | ZEAL_HIDE_STRINGS | ZEAL_HIDE_NAMES |
-                           ZEAL_HIDE_COMMANDS | ZEAL_HIDE_DELIMITERS;
+using code::kHideFlags;
 
 void warn(char const* text, char const* function, int line = __builtin_LINE()) {
   zelstr::frame::report(Unit::connfortsqlstrfncs, zelstr::frame::Message{-1, 4, text}, function,
@@ -54,24 +54,9 @@ class RangeCollector {
   void code(Byte const*, Byte const*) {}
   void lone(Byte const*) {}
   void part(code::Part const& part) {
-    Byte const* from = part.begin;
-    Byte const* to = part.end;
-    switch (part.kind) {
-      case Kind::kLineComment:
-      case Kind::kBlockComment:
-        if (!(m_flags & ZEAL_HIDE_COMMENTS)) return;
-        break;
-      case Kind::kCommand:
-        if (!(m_flags & ZEAL_HIDE_COMMANDS)) return;
-        break;
-      default:
-        if (!(m_flags & (part.kind == Kind::kString ? ZEAL_HIDE_STRINGS : ZEAL_HIDE_NAMES))) return;
-        if (!(m_flags & ZEAL_HIDE_DELIMITERS)) {
-          from = part.content;
-          to = part.close;
-        }
-        break;
-    }
+    Byte const* from = nullptr;
+    Byte const* to = nullptr;
+    if (!code::hidden_span(part, m_flags, &from, &to)) return;
     if (m_ranges != nullptr) {
       m_ranges[m_count] = Range{part.kind, static_cast<std::size_t>(from - m_text),
                                 static_cast<std::size_t>(to - m_text)};

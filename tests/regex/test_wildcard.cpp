@@ -8,6 +8,7 @@
 
 #include "support/library_text.h"
 #include "support/warnings.h"
+#include "support/random_text.h"
 #include "zelstr/zelstr.h"
 
 namespace {
@@ -112,14 +113,7 @@ TEST_F(Wildcard, ManyStarsStayCheap) {
 
 // ---- The engine as the model ------------------------------------------------
 
-std::string random_text(std::mt19937& rng, char const* alphabet, int most) {
-  std::string s;
-  std::size_t const n = std::char_traits<char>::length(alphabet);
-  for (int i = static_cast<int>(rng() % static_cast<unsigned>(most + 1)); i > 0; --i) {
-    s += alphabet[rng() % n];
-  }
-  return s;
-}
+using zelstr::test::random_text;
 
 // The engine's answer for the translation, with LIKE's trailing blanks
 // dropped one by one.

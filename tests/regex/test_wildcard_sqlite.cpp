@@ -20,18 +20,12 @@
 #include <random>
 #include <string>
 
+#include "support/random_text.h"
 #include "zelstr/zelstr.h"
 
 namespace {
 
-std::string random_text(std::mt19937& rng, char const* alphabet, int most) {
-  std::string s;
-  std::size_t const n = std::char_traits<char>::length(alphabet);
-  for (int i = static_cast<int>(rng() % static_cast<unsigned>(most + 1)); i > 0; --i) {
-    s += alphabet[rng() % n];
-  }
-  return s;
-}
+using zelstr::test::random_text;
 
 // A subject the pattern might match: each wildcard replaced by something
 // it accepts (or not, sometimes), so that matches are common.

@@ -167,7 +167,7 @@ Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte cons
 
 // Whether a match may end at `at`: the subject's end, or with blanks
 // dropped, the start of its trailing blanks.
-bool Program::ends_at(Byte const* at, Byte const*, bool drop_blanks) const {
+bool Program::ends_at(Byte const* at, bool drop_blanks) const {
   if (drop_blanks) {
     while (*at == ' ') ++at;
   }
@@ -176,7 +176,7 @@ bool Program::ends_at(Byte const* at, Byte const*, bool drop_blanks) const {
 
 bool Program::matches(Byte const* subject, bool drop_blanks) const {
   if (m_first_star == m_count) {
-    return segment_at(0, m_count, subject) && ends_at(subject + m_count, subject, drop_blanks);
+    return segment_at(0, m_count, subject) && ends_at(subject + m_count, drop_blanks);
   }
   if (!segment_at(0, m_first_star, subject)) return false;
   // The segments between the stars, each at its leftmost place.

@@ -76,8 +76,7 @@ class Program {
   }
   bool segment_at(std::size_t first, std::size_t last, Byte const* at) const;
   Byte const* find_segment(std::size_t first, std::size_t last, Byte const* from) const;
-  bool ends_at(Byte const* at, Byte const* subject, bool drop_blanks) const;
-
+  bool ends_at(Byte const* at, bool drop_blanks) const;
   bool note_segments();
 
   Token* m_tokens = nullptr;
