@@ -1,6 +1,7 @@
 // ratio_reporter.cpp - benchmark times as ratios to their peers.
 #include "ratio_reporter.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zelstr::bench {
@@ -20,12 +21,16 @@ void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
                       benchmark::GetTimeUnitMultiplier(benchmark::kNanosecond) /
                       benchmark::GetTimeUnitMultiplier(run.time_unit);
     timings_.push_back({name.substr(0, colon), name.substr(colon + 1, slash - colon - 1),
-                        name.substr(slash + 1), ns});
+                        name.substr(slash + 1), ns, run.family_index});
   }
 }
 
 void RatioReporter::Finalize() {
   ConsoleReporter::Finalize();
+  // Interleaved runs come in any order: the subject is the one registered
+  // first.
+  std::stable_sort(timings_.begin(), timings_.end(),
+                   [](Timing const& a, Timing const& b) { return a.family < b.family; });
   std::printf("\n%-14s %-8s %-26s %12s %12s %8s\n", "operation", "size", "peer", "subject ns",
               "peer ns", "ratio");
   for (std::size_t i = 0; i < timings_.size(); ++i) {

@@ -4,12 +4,16 @@
 // OPERATION/ARG group, the first implementation registered is the subject
 // (the library's call) and every other one a peer; after the usual console
 // table the reporter prints subject time / peer time for each peer.  With
-// --benchmark_repetitions the medians are compared.
+// --benchmark_repetitions the medians are compared; adding
+// --benchmark_enable_random_interleaving=true spreads the repetitions of
+// every benchmark over the whole run, so that a noisy stretch of the
+// machine's time does not fall on one implementation only.
 #ifndef ZELSTR_BENCH_RATIO_REPORTER_H
 #define ZELSTR_BENCH_RATIO_REPORTER_H
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -26,6 +30,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
     std::string implementation;
     std::string argument;
     double nanoseconds;
+    std::int64_t family;  // the registration order
   };
   std::vector<Timing> timings_;
 };

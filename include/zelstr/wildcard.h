@@ -35,11 +35,12 @@
 // are the same, found without the engine.
 //
 // Memory: each of the three workers (MATCH and its i form, LIKE and its i
-// form, the two map forms) keeps the patterns it read last, up to eight,
-// in the calling thread's cache; a call with 1 as every pointer argument,
-// such as _zstrmatch((char const*)1, (char const*)1), empties the calling
-// thread's cache of that worker and gives 0 (the unload sequence empties
-// every thread's).  Without memory for a pattern a call gives 0 (the
+// form, the two map forms) keeps the eight patterns it used last in the
+// calling thread's cache (a call decided by the pattern's opening, or a
+// "%lit%" of the plain and i forms, is answered without it); a call with 1
+// as every pointer argument, such as _zstrmatch((char const*)1,
+// (char const*)1), empties the calling thread's cache of that worker and
+// gives 0 (the unload sequence empties every thread's).  Without memory for a pattern a call gives 0 (the
 // failure is counted, alloc.h), without a warning.
 //
 // Threads: every function here may run on several threads at once; a map

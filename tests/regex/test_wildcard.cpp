@@ -166,4 +166,42 @@ TEST_F(Wildcard, AnswersAsTheTranslatedExpression) {
   EXPECT_TRUE(filed_nothing());
 }
 
+// The common shapes (literals and any-one tokens, "lit%", "%lit%") are
+// answered without a program and segments between stars are found by a
+// block scan: on subjects long enough to cross its blocks, at every
+// alignment, the answers are still the engine's, and those of a
+// lower-casing map (which always runs the program) for the i forms.
+TEST_F(Wildcard, CommonShapesOnLongSubjectsAtEveryAlignment) {
+  std::mt19937 rng(20261126);
+  void* const lower = _zmapdefine("a-z=A-Z");
+  for (int i = 0; i < 4000; ++i) {
+    bool const like = i % 2 == 1;
+    bool const fold = i % 3 == 0;
+    std::string const star = like ? "%" : "*", any = like ? "_" : "?";
+    std::string lit(1, 'a');
+    lit += random_text(rng, "abAB", 3);
+    std::string const lit2 = random_text(rng, "bB", 2);
+    std::string const shapes[] = {
+        star + lit + star,      lit + star, lit + any + lit2, star + lit + star + lit2 + star, lit,
+        star + any + lit + star};
+    std::string const& pattern = shapes[rng() % 6];
+    std::string const subject = random_text(rng, "abAB ", 40);
+    std::string const buffer = std::string(i % 16, 'x') + subject;
+    char const* const at = buffer.c_str() + i % 16;
+    char* const expression =
+        like ? _zstrlike2re(pattern.c_str(), 0, fold) : _zstrmatch2re(pattern.c_str(), fold);
+    int const got = like ? (fold ? _zstrilike : _zstrlike)(at, pattern.c_str(), 0)
+                         : (fold ? _zstrimatch : _zstrmatch)(at, pattern.c_str());
+    ASSERT_EQ(engine_answer(expression, subject, like), got)
+        << (like ? "LIKE " : "MATCH ") << pattern << " on '" << subject << "'";
+    if (fold) {
+      EXPECT_EQ(got, like ? _zmapstrlike(lower, at, pattern.c_str())
+                          : _zmapstrmatch(lower, at, pattern.c_str()));
+    }
+    owned(expression);
+  }
+  _zmapfree(lower);
+  EXPECT_TRUE(filed_nothing());
+}
+
 }  // namespace

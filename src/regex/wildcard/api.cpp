@@ -2,10 +2,11 @@
 // the workers' caches of read patterns.
 //
 // A worker reads a pattern into a program once and keeps it: an analyser
-// tests one pattern against many names or lines.  Each worker keeps the
-// last eight patterns it read, per thread, replacing the oldest; an entry
-// is found by the pattern's text, the escape character and the image table
-// it was read through.
+// tests one pattern against many names or lines.  Each worker keeps, per
+// thread, the eight patterns it used last, replacing the least recently
+// used; an entry is found by the pattern's text, the escape character and
+// the image table it was read through.  Before any of that, the pattern's
+// opening is walked beside the subject, which decides most calls at once.
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -17,6 +18,7 @@
 #include "frame/per_thread.h"
 #include "frame/report.h"
 #include "map/map_handle.h"
+#include "regex/wildcard/opening.h"
 #include "regex/wildcard/program.h"
 #include "regex/wildcard/translate.h"
 #include "zelstr/types.h"
@@ -66,13 +68,12 @@ class Cache {
   wc::Program const* find(char const* pattern, wc::Reading const& how, bool by_contents,
                           wc::ReadStatus* status) {
     *status = wc::ReadStatus::kOk;
-    for (std::size_t k = 0, i = m_last; k < kEntries; ++k, i = i == 0 ? kEntries - 1 : i - 1) {
+    for (std::size_t i = 0; i < kEntries && m_entries[i].program != nullptr; ++i) {
       Entry const& e = m_entries[i];
-      if (e.program != nullptr && e.syntax == how.syntax && e.escape == how.escape &&
-          same_text(e.pattern, pattern) &&
+      if (e.syntax == how.syntax && e.escape == how.escape && same_text(e.pattern, pattern) &&
           (by_contents ? std::memcmp(e.program->table(), how.table, 256) == 0
                        : e.table == how.table)) {
-        return e.program;
+        return to_front(i).program;
       }
     }
     std::size_t const length = std::strlen(pattern);
@@ -87,8 +88,7 @@ class Cache {
       return nullptr;
     }
     std::memcpy(copy, pattern, length + 1);
-    m_last = (m_last + 1) % kEntries;
-    Entry& e = m_entries[m_last];
+    Entry& e = to_front(kEntries - 1);  // the least recently used
     empty(e);
     e = Entry{copy, how.table, how.syntax, how.escape, program};
     return program;
@@ -123,8 +123,16 @@ class Cache {
     e = Entry{};
   }
 
+  // Moves entry `i` to the front, the others keeping their order.
+  Entry& to_front(std::size_t i) {
+    Entry const e = m_entries[i];
+    for (; i > 0; --i) m_entries[i] = m_entries[i - 1];
+    m_entries[0] = e;
+    return m_entries[0];
+  }
+
+  // Most recently used first; the used entries come before the empty ones.
   Entry m_entries[kEntries] = {};
-  std::size_t m_last = 0;
 };
 
 // A thread's caches, one per worker.
@@ -137,39 +145,62 @@ using CacheSlot = zelstr::frame::PerThread<WorkerCaches, zelstr::frame::ThreadSl
 
 bool is_clear_command(void const* p) { return reinterpret_cast<std::intptr_t>(p) == 1; }
 
-// Reads and matches; `function` names the caller in warnings.
-int run(Cache& cache, char const* string, char const* pattern, wc::Reading const& how,
-        char const* function, bool mapped = false) {
-  if (string == nullptr || pattern == nullptr) {
-    warn(msg::kWildcardNullArgumentFormat, function);
-    return 0;
-  }
+// Reads `pattern` into a program, or finds it in the calling thread's
+// `cache`, and matches; `function` names the caller in warnings.  Out of
+// line: most calls never come here.
+__attribute__((noinline)) int run_program(Cache WorkerCaches::*cache, char const* string,
+                                          char const* pattern, wc::Reading const& how,
+                                          char const* function, bool mapped) {
   wc::ReadStatus status;
-  wc::Program const* const program = cache.find(pattern, how, mapped, &status);
+  wc::Program const* const program = (CacheSlot::get().*cache).find(pattern, how, mapped, &status);
   if (status == wc::ReadStatus::kEscapeAtEnd) warn(msg::kWildcardEscapeAtEndFormat, function);
   if (program == nullptr) return 0;
   bool const like = how.syntax == wc::Syntax::kLike;
   return program->matches(reinterpret_cast<Byte const*>(string), like) ? 1 : 0;
 }
 
-int match_worker(char const* string, char const* pattern, bool fold, char const* function) {
+// Checks the arguments, walks the pattern's opening, then lets the program
+// decide what the opening leaves open.  Inlined into each exported
+// function, where the reading is a constant.
+[[gnu::always_inline]] inline int run(Cache WorkerCaches::*cache, char const* string,
+                                      char const* pattern, wc::Reading const& how,
+                                      char const* function, bool mapped = false) {
+  if (string == nullptr || pattern == nullptr) {
+    warn(msg::kWildcardNullArgumentFormat, function);
+    return 0;
+  }
+  switch (wc::read_opening(pattern, reinterpret_cast<Byte const*>(string), how)) {
+    case wc::Opening::kNo:
+      return 0;
+    case wc::Opening::kYes:
+      return 1;
+    case wc::Opening::kOpen:
+      break;
+  }
+  return run_program(cache, string, pattern, how, function, mapped);
+}
+
+[[gnu::always_inline]] inline int match_worker(char const* string, char const* pattern, bool fold,
+                                               char const* function) {
   if (is_clear_command(string) && is_clear_command(pattern)) {
     CacheSlot::get().match.clear();
     return 0;
   }
-  wc::Reading const how{wc::Syntax::kMatch, 0, fold ? kFolding.at : kIdentity.at};
-  return run(CacheSlot::get().match, string, pattern, how, function);
+  wc::Reading const how{wc::Syntax::kMatch, 0, fold ? kFolding.at : kIdentity.at,
+                        fold ? wc::Images::kAsciiFolded : wc::Images::kOwn};
+  return run(&WorkerCaches::match, string, pattern, how, function);
 }
 
-int like_worker(char const* string, char const* pattern, char escape, bool fold,
-                char const* function) {
+[[gnu::always_inline]] inline int like_worker(char const* string, char const* pattern, char escape,
+                                              bool fold, char const* function) {
   if (is_clear_command(string) && is_clear_command(pattern)) {
     CacheSlot::get().like.clear();
     return 0;
   }
   wc::Reading const how{wc::Syntax::kLike, static_cast<Byte>(escape),
-                        fold ? kFolding.at : kIdentity.at};
-  return run(CacheSlot::get().like, string, pattern, how, function);
+                        fold ? kFolding.at : kIdentity.at,
+                        fold ? wc::Images::kAsciiFolded : wc::Images::kOwn};
+  return run(&WorkerCaches::like, string, pattern, how, function);
 }
 
 int mapped_worker(void* map, char const* string, char const* pattern, wc::Syntax syntax,
@@ -185,8 +216,9 @@ int mapped_worker(void* map, char const* string, char const* pattern, wc::Syntax
     return like ? like_worker(string, pattern, escape, false, plain)
                 : match_worker(string, pattern, false, plain);
   }
-  wc::Reading const how{syntax, static_cast<Byte>(escape), zelstr::map::table_of(map)};
-  return run(CacheSlot::get().mapped, string, pattern, how, function, true);
+  wc::Reading const how{syntax, static_cast<Byte>(escape), zelstr::map::table_of(map),
+                        wc::Images::kMapped};
+  return run(&WorkerCaches::mapped, string, pattern, how, function, true);
 }
 
 char* translate(char const* pattern, wc::Reading const& how, char const* function) {
@@ -245,12 +277,16 @@ int _zmapstrlike(void* map, char const* string, char const* pattern, char escape
 }
 
 char* _zstrmatch2re(char const* pattern, int ignoreCase) noexcept {
-  wc::Reading const how{wc::Syntax::kMatch, 0, ignoreCase != 0 ? kFolding.at : kIdentity.at};
+  bool const fold = ignoreCase != 0;
+  wc::Reading const how{wc::Syntax::kMatch, 0, fold ? kFolding.at : kIdentity.at,
+                        fold ? wc::Images::kAsciiFolded : wc::Images::kOwn};
   return translate(pattern, how, "_zstrmatch2re");
 }
 
 char* _zstrlike2re(char const* pattern, char escape, int ignoreCase) noexcept {
+  bool const fold = ignoreCase != 0;
   wc::Reading const how{wc::Syntax::kLike, static_cast<Byte>(escape),
-                        ignoreCase != 0 ? kFolding.at : kIdentity.at};
+                        fold ? kFolding.at : kIdentity.at,
+                        fold ? wc::Images::kAsciiFolded : wc::Images::kOwn};
   return translate(pattern, how, "_zstrlike2re");
 }

@@ -51,9 +51,7 @@ char const* read_set(char const* p, char const* end, Syntax syntax, Byte const* 
 Program::~Program() {
   delete[] m_tokens;
   delete[] m_sets;
-  delete[] m_literals;
   delete[] m_leads;
-  delete[] m_literal_text;
 }
 
 ReadStatus Program::read(char const* pattern, std::size_t length, Reading const& how) {
@@ -80,9 +78,9 @@ ReadStatus Program::read(char const* pattern, std::size_t length, Reading const&
     } else if (c == (like ? '_' : '?')) {
       m_tokens[m_count++] = Token{Op::kAny, 0, 0};
       ++p;
-    } else if (char const* after = c == '[' ? read_set(p, end, how.syntax, m_table,
-                                                       m_sets[m_set_count])
-                                            : nullptr) {
+    } else if (char const* after = c == '['
+                                       ? read_set(p, end, how.syntax, m_table, m_sets[m_set_count])
+                                       : nullptr) {
       m_tokens[m_count++] = Token{Op::kSet, 0, static_cast<std::uint16_t>(m_set_count++)};
       p = after;
     } else {  // a literal, and a "[" no "]" closes
@@ -93,9 +91,9 @@ ReadStatus Program::read(char const* pattern, std::size_t length, Reading const&
   return note_segments() ? ReadStatus::kOk : ReadStatus::kNoMemory;
 }
 
-// Notes the stars, and the segments between them that are plain literal
-// text: those are found with the C library's search, much faster than a
-// loop of tests.
+// Notes the stars, and per segment between them that opens with a
+// literal, the bytes whose image that literal is, if they are four at
+// most: the subject is scanned for those before a place is tested.
 bool Program::note_segments() {
   m_first_star = m_count;
   m_last_star = m_count;
@@ -105,34 +103,19 @@ bool Program::note_segments() {
     m_last_star = i;
   }
   if (m_first_star == m_count) return true;
-  // Per segment between stars: its text when it is literal and read
-  // plainly; else, when it opens with a literal, the bytes whose image
-  // that literal is, if they are four at most.
-  m_literals = frame::new_array<char const*>(m_count);
-  m_leads = frame::new_array<char const*>(m_count);
-  m_literal_text = frame::new_array<char>(7 * m_count);
-  if (m_literals == nullptr || m_leads == nullptr || m_literal_text == nullptr) return false;
-  char* text = m_literal_text;
+  m_leads = frame::new_array<Leads>(m_count);
+  if (m_leads == nullptr) return false;
   for (std::size_t i = m_first_star + 1; i < m_last_star;) {
     std::size_t j = i;
-    bool literal = true;
-    for (; m_tokens[j].op != Op::kStar; ++j) literal = literal && m_tokens[j].op == Op::kByte;
-    m_literals[i] = nullptr;
-    m_leads[i] = nullptr;
-    if (literal && m_identity) {
-      m_literals[i] = text;
-      for (std::size_t k = i; k < j; ++k) *text++ = static_cast<char>(m_tokens[k].byte);
-      *text++ = '\0';
-    } else if (m_tokens[i].op == Op::kByte) {
-      char* const leads = text;
-      std::size_t n = 0;
+    while (m_tokens[j].op != Op::kStar) ++j;
+    Leads& leads = m_leads[i];
+    if (m_tokens[i].op == Op::kByte) {
+      int n = 0;
       for (int c = 1; c < 256; ++c) n += m_table[c] == m_tokens[i].byte ? 1 : 0;
       if (n > 0 && n <= 4) {
         for (int c = 1; c < 256; ++c) {
-          if (m_table[c] == m_tokens[i].byte) *text++ = static_cast<char>(c);
+          if (m_table[c] == m_tokens[i].byte) leads.add(static_cast<Byte>(c));
         }
-        *text++ = '\0';
-        m_leads[i] = leads;
       }
     }
     i = j + 1;
@@ -149,15 +132,10 @@ bool Program::segment_at(std::size_t first, std::size_t last, Byte const* at) co
 
 // The leftmost place at or after `from` where tokens [first, last) match.
 Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte const* from) const {
-  if (m_literals != nullptr && m_literals[first] != nullptr) {
-    char const* const at = std::strstr(reinterpret_cast<char const*>(from), m_literals[first]);
-    return reinterpret_cast<Byte const*>(at);
-  }
-  char const* const leads = m_leads != nullptr ? m_leads[first] : nullptr;
+  Leads const& leads = m_leads[first];
   for (Byte const* p = from; *p != '\0'; ++p) {
-    if (leads != nullptr) {
-      // The C library skips to the next byte that can begin the segment.
-      p = reinterpret_cast<Byte const*>(std::strpbrk(reinterpret_cast<char const*>(p), leads));
+    if (leads.count != 0) {
+      p = find_lead(p, leads);
       if (p == nullptr) return nullptr;
     }
     if (segment_at(first, last, p)) return p;
@@ -165,18 +143,9 @@ Byte const* Program::find_segment(std::size_t first, std::size_t last, Byte cons
   return nullptr;
 }
 
-// Whether a match may end at `at`: the subject's end, or with blanks
-// dropped, the start of its trailing blanks.
-bool Program::ends_at(Byte const* at, bool drop_blanks) const {
-  if (drop_blanks) {
-    while (*at == ' ') ++at;
-  }
-  return *at == '\0';
-}
-
 bool Program::matches(Byte const* subject, bool drop_blanks) const {
   if (m_first_star == m_count) {
-    return segment_at(0, m_count, subject) && ends_at(subject + m_count, drop_blanks);
+    return segment_at(0, m_count, subject) && ends_here(subject + m_count, drop_blanks);
   }
   if (!segment_at(0, m_first_star, subject)) return false;
   // The segments between the stars, each at its leftmost place.

@@ -13,6 +13,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "regex/wildcard/lead_scan.h"
+
 namespace zelstr::regex::wildcard {
 
 using Byte = unsigned char;
@@ -21,7 +23,7 @@ enum class Op : std::uint8_t { kByte, kAny, kSet, kStar };
 
 struct Token {
   Op op;
-  Byte byte;        // kByte: the image of the literal
+  Byte byte;          // kByte: the image of the literal
   std::uint16_t set;  // kSet: index into the program's sets
 };
 
@@ -33,13 +35,27 @@ struct ByteSet {
 
 enum class Syntax : std::uint8_t { kMatch, kLike };
 
+// Which bytes share an image: none (identity), ASCII letters with their
+// other case, or any the caller's map says.
+enum class Images : std::uint8_t { kOwn, kAsciiFolded, kMapped };
+
 // How a pattern was read: what a cached program is keyed by beside the
 // pattern text.
 struct Reading {
   Syntax syntax;
-  Byte escape;           // LIKE only; 0: none
-  Byte const* table;     // the images of the bytes (256 entries)
+  Byte escape;        // LIKE only; 0: none
+  Byte const* table;  // the images of the bytes (256 entries)
+  Images images;      // what `table` is
 };
+
+// Whether a match may end at `at`: the subject's end, or with blanks
+// dropped, the start of its trailing blanks.
+inline bool ends_here(Byte const* at, bool drop_blanks) {
+  if (drop_blanks) {
+    while (*at == ' ') ++at;
+  }
+  return *at == '\0';
+}
 
 // The outcome of reading a pattern.
 enum class ReadStatus { kOk, kEscapeAtEnd, kNoMemory };
@@ -76,7 +92,6 @@ class Program {
   }
   bool segment_at(std::size_t first, std::size_t last, Byte const* at) const;
   Byte const* find_segment(std::size_t first, std::size_t last, Byte const* from) const;
-  bool ends_at(Byte const* at, bool drop_blanks) const;
   bool note_segments();
 
   Token* m_tokens = nullptr;
@@ -87,12 +102,9 @@ class Program {
   bool m_identity = true;
   std::size_t m_first_star = 0;  // m_count when there is none
   std::size_t m_last_star = 0;
-  // Per token that begins a segment between stars: the segment's text
-  // (literal and read plainly), or the bytes that can begin it (NULL: any
-  // may), each zero-terminated, for the C library's searches.
-  char const** m_literals = nullptr;
-  char const** m_leads = nullptr;
-  char* m_literal_text = nullptr;
+  // Per token that begins a segment between stars: the bytes that can
+  // begin the segment.
+  Leads* m_leads = nullptr;
 };
 
 }  // namespace zelstr::regex::wildcard
