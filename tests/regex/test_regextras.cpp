@@ -59,12 +59,12 @@ TEST_F(RegExtras, BadArgumentsWarn) {
   EXPECT_EQ(nullptr, _zstr2regex(std::string(40000, '.').c_str(), 0));
   EXPECT_STREQ("kept", out);
   EXPECT_TRUE(filed_exactly({
-      {-1, "_zstrregsub() - Warning: pattern '(' does not compile (Unmatched '(' in TCL reg.exp.): NULL was returned as result.", 2, "regexptcl"},
-      {-1, "_zstrregsub() - Warning: replacement template '\\2' is not valid (a backslash goes before a digit naming a group of the pattern, '&' or a backslash): -1 was returned as result.", 2, "regexptcl"},
-      {-1, "_zstrregsub() - Warning: replacement template '\\x' is not valid (a backslash goes before a digit naming a group of the pattern, '&' or a backslash): NULL was returned as result.", 2, "regexptcl"},
-      {-1, "_zstrregsub() - Warning: <string>, <pattern> or <replacement> given in argument is NULL: NULL was returned as result.", 2, "regexptcl"},
-      {-1, "_zstrregrev() - Warning: pattern '(@A=(a)b)' cannot be reversed (a named group or an attached text): NULL was returned as result.", 2, "regexptcl"},
-      {-1, "_zstr2regex() - Warning: the expression of <text> would be 80000 bytes long, longer than the engine takes: NULL was returned as result.", 2, "regexptcl"},
+      {-1, "_zstrregsub() - Warning: pattern '(' does not compile (Unmatched '(' in TCL reg.exp.): NULL was returned as result.", 4, "regexptcl"},
+      {-1, "_zstrregsub() - Warning: replacement template '\\2' is not valid (a backslash goes before a digit naming a group of the pattern, '&' or a backslash): -1 was returned as result.", 4, "regexptcl"},
+      {-1, "_zstrregsub() - Warning: replacement template '\\x' is not valid (a backslash goes before a digit naming a group of the pattern, '&' or a backslash): NULL was returned as result.", 4, "regexptcl"},
+      {-1, "_zstrregsub() - Warning: <string>, <pattern> or <replacement> given in argument is NULL: NULL was returned as result.", 4, "regexptcl"},
+      {-1, "_zstrregrev() - Warning: pattern '(@A=(a)b)' cannot be reversed (a named group or an attached text): NULL was returned as result.", 4, "regexptcl"},
+      {-1, "_zstr2regex() - Warning: the expression of <text> would be 80000 bytes long, longer than the engine takes: NULL was returned as result.", 4, "regexptcl"},
   }));
 }
 

@@ -22,7 +22,7 @@ inline void warn(char const* format, ...) {
   va_start(args, format);
   std::vsnprintf(text, sizeof text, format, args);
   va_end(args);
-  frame::report(frame::Unit::regexptcl, frame::Message{-1, 2, text});
+  frame::report(frame::Unit::regexptcl, frame::Message{-1, 4, text});
 }
 
 }  // namespace zelstr::regex::extras

@@ -53,7 +53,7 @@ void warn(char const* format, ...) {
   va_start(args, format);
   std::vsnprintf(text, sizeof text, format, args);
   va_end(args);
-  zelstr::frame::report(zelstr::frame::Unit::zeal_str, zelstr::frame::Message{-1, 2, text});
+  zelstr::frame::report(zelstr::frame::Unit::zeal_str, zelstr::frame::Message{-1, 4, text});
 }
 
 class Cache {
