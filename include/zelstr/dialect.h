@@ -72,7 +72,9 @@ class ZELSTR_API CConnForStrFncs {
   void const* GetConnection() const noexcept;
   char GetLanguageChar() const noexcept;
 
- protected:
+  // The ends of the list, exported for callers that walk it from either
+  // end: read them only (the objects keep them up to date as they join and
+  // leave the list), under the same care as a walk with GetArenaEntry.
   static CConnForStrFncs* m_p1stCnctEnv;
   static CConnForStrFncs* m_pLastCnctEnv;
 

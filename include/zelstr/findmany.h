@@ -48,6 +48,7 @@
 #define ZELSTR_FINDMANY_H
 
 #include "zelstr/export.h"
+#include "zelstr/types.h"
 
 #define ZEAL_MANY_ICASE 0x01     // ASCII case ignored
 #define ZEAL_MANY_SHORTEST 0x02  // the shortest string at a place, not the longest
@@ -62,7 +63,7 @@ class ZELSTR_API CFindManyStrOld {
  public:
   CFindManyStrOld() noexcept;
   // Adds every string of `strings` (NULL-terminated) and prepares.
-  explicit CFindManyStrOld(char const* const* strings, int flags = 0, void* map = nullptr,
+  explicit CFindManyStrOld(char const* const* strings, int flags = 0, ZelStrMap map = nullptr,
                            char const* wordChars = nullptr) noexcept;
   ~CFindManyStrOld();
   CFindManyStrOld(CFindManyStrOld const&) = delete;
@@ -72,7 +73,7 @@ class ZELSTR_API CFindManyStrOld {
   int Add(char const* string) noexcept;
   // Builds the tables: ZEAL_MANY_* flags, a map (NULL: none; only read
   // here) and the word characters.  1, or 0.
-  int Prepare(int flags = 0, void* map = nullptr, char const* wordChars = nullptr) noexcept;
+  int Prepare(int flags = 0, ZelStrMap map = nullptr, char const* wordChars = nullptr) noexcept;
   // The first occurrence in `text` (`length` bytes; -1: up to its
   // terminator) at or after `from` (NULL: the text's start): its start,
   // the string's index in `*index` (when not NULL); NULL when there is
@@ -93,14 +94,14 @@ class ZELSTR_API CFindManyStrOld {
 class ZELSTR_API CFindManyStrHoary {
  public:
   CFindManyStrHoary() noexcept;
-  explicit CFindManyStrHoary(char const* const* strings, int flags = 0, void* map = nullptr,
+  explicit CFindManyStrHoary(char const* const* strings, int flags = 0, ZelStrMap map = nullptr,
                              char const* wordChars = nullptr) noexcept;
   ~CFindManyStrHoary();
   CFindManyStrHoary(CFindManyStrHoary const&) = delete;
   CFindManyStrHoary& operator=(CFindManyStrHoary const&) = delete;
 
   int Add(char const* string) noexcept;
-  int Prepare(int flags = 0, void* map = nullptr, char const* wordChars = nullptr) noexcept;
+  int Prepare(int flags = 0, ZelStrMap map = nullptr, char const* wordChars = nullptr) noexcept;
   char const* Find(char const* text, int* index, long length = -1,
                    char const* from = nullptr) noexcept;
   char const* FindNext(int* index) noexcept;

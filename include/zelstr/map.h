@@ -38,34 +38,34 @@
 
 // A new map, NULL when the definition maps nothing (or is empty; a NULL one
 // draws a notice), ZEAL_STR_BAD_MAP on a syntax error or without memory.
-ZELSTR_API void* _zmapdefine(char const* definition) noexcept;
+ZELSTR_API ZelStrMap _zmapdefine(char const* definition) noexcept;
 
 // Releases a map.  TRUE when all went well; NULL is TRUE; ZEAL_STR_BAD_MAP
 // is FALSE with warning 30; a release that went wrong is FALSE (warning 84).
-ZELSTR_API int _zmapfree(void* map) noexcept;
+ZELSTR_API int _zmapfree(ZelStrMap map) noexcept;
 
 // An independent copy (NULL and ZEAL_STR_BAD_MAP give themselves).
-ZELSTR_API void* _zmapclone(void* map) noexcept;
+ZELSTR_API ZelStrMap _zmapclone(ZelStrMap map) noexcept;
 
 // TRUE when the map is exactly ASCII case folding, to upper or to lower
 // case, every other byte left alone.  ZEAL_STR_BAD_MAP: warning 11, FALSE.
-ZELSTR_API int _zmapisinsensitive(void* map) noexcept;
+ZELSTR_API int _zmapisinsensitive(ZelStrMap map) noexcept;
 
 // The image of `c` (c itself for NULL or ZEAL_STR_BAD_MAP).
-ZELSTR_API char _zmapchrapply(void* map, char c) noexcept;
+ZELSTR_API char _zmapchrapply(ZelStrMap map, char c) noexcept;
 
 // Translates `string` in place.  ZEAL_STR_BAD_MAP: warning 11, unchanged.
-ZELSTR_API char* _zmapstrapply(void* map, char* string) noexcept;
+ZELSTR_API char* _zmapstrapply(ZelStrMap map, char* string) noexcept;
 
 // Copies `src` to `dest` translating every byte.  NULL map: _zstrcpy;
 // ZEAL_STR_BAD_MAP: warning 13, then _zstrcpy.  NULL: warnings 175, 176.
-ZELSTR_API char* _zmapstrcpy(void* map, char* dest, char const* src) noexcept;
+ZELSTR_API char* _zmapstrcpy(ZelStrMap map, char* dest, char const* src) noexcept;
 
 // Bounded like strncpy (exactly `n` bytes, no terminator when `src` is that
 // long); `src` equal to `dest`, or n = 0, leaves `dest` untouched.  NULL map:
 // strncpy; ZEAL_STR_BAD_MAP: warning 14, then strncpy.  NULL: warnings 177,
 // 178.
-ZELSTR_API char* _zmapstrncpy(void* map, char* dest, char const* src, unsigned long n) noexcept;
+ZELSTR_API char* _zmapstrncpy(ZelStrMap map, char* dest, char const* src, unsigned long n) noexcept;
 
 // The table as text, one line per byte ("map['a']-->'A'\r\n"), only the
 // bytes that change when `changedOnly` is not 0; in a static buffer of the

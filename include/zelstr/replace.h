@@ -94,8 +94,14 @@ ZELSTR_API long _zstrdeltalen(char* string, char* s1, char* s2) noexcept;
 ZELSTR_API long _zstrmultideltalen(char* string, zstr_couple* couples) noexcept;
 
 // Replaces every `s1` by one NUL byte, cutting the string into pieces that
-// follow each other in the buffer.  NULL `s1`: warning 121, NULL.
+// follow each other in the buffer.  NULL `s1`: warning 121, NULL.  NULL
+// `string`: NULL; an empty `s1`, or a `string` shorter than it: `string`
+// unchanged.
 ZELSTR_API char* _zstrNby0replace(char* string, char* s1) noexcept;
+
+// The same for the first `s1` only: "a,b,c" at "," becomes the bytes a,
+// NUL, b, ",", c, NUL.  Same warning and fallbacks.
+ZELSTR_API char* _zstr1by0replace(char* string, char* s1) noexcept;
 
 // Copies `src` to `dest` writing `s` (NULL counts as empty) for every `c`.
 // On one buffer: c = 0 appends `s`; `s` = "cc" doubles every `c`; an empty

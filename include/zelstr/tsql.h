@@ -16,6 +16,7 @@
 
 #include "zelstr/dialect.h"
 #include "zelstr/export.h"
+#include "zelstr/types.h"
 
 // T-SQL names keep their case.  In source form a name is regular (its
 // characters allowed by the connection's tables: first character and the
@@ -74,7 +75,7 @@ ZELSTR_API char* _zsysname2tsql(char const* name, int flags) noexcept;
 // `quotedId` is non-zero, are mapped.  The N of N'...' and the U of U&'...'
 // keep their upper case when they begin a word.  Nothing happens for NULL
 // or empty code or a NULL map; ZEAL_STR_BAD_MAP leaves the code as it is.
-ZELSTR_API void _zmaptsqlapply(void* map, char* code, int quotedId) noexcept;
+ZELSTR_API void _zmaptsqlapply(ZelStrMap map, char* code, int quotedId) noexcept;
 
 // The T-SQL dialect object: names are checked and delimited according to
 // the settings of its connection (sqlsettings.h).

@@ -49,15 +49,16 @@
 #define ZELSTR_WILDCARD_H
 
 #include "zelstr/export.h"
+#include "zelstr/types.h"
 
 ZELSTR_API int _zstrmatch(char const* string, char const* pattern) noexcept;
 ZELSTR_API int _zstrimatch(char const* string, char const* pattern) noexcept;
-ZELSTR_API int _zmapstrmatch(void* map, char const* string, char const* pattern) noexcept;
+ZELSTR_API int _zmapstrmatch(ZelStrMap map, char const* string, char const* pattern) noexcept;
 
 // `escape` 0: no escape character.
 ZELSTR_API int _zstrlike(char const* string, char const* pattern, char escape = 0) noexcept;
 ZELSTR_API int _zstrilike(char const* string, char const* pattern, char escape = 0) noexcept;
-ZELSTR_API int _zmapstrlike(void* map, char const* string, char const* pattern,
+ZELSTR_API int _zmapstrlike(ZelStrMap map, char const* string, char const* pattern,
                             char escape = 0) noexcept;
 
 // The expression of the engine (regex.h) that matches what the pattern

@@ -18,13 +18,18 @@ using zelstr::test::owned;
 char g_keys[8];
 void const* key(int i) { return &g_keys[i]; }
 
-// The registry, walked from its start: (key index, language) pairs.
+// The registry, walked from its start: (key index, language) pairs.  The
+// exported ends of the list are its first and last objects.
 std::vector<std::pair<int, char>> arena() {
   std::vector<std::pair<int, char>> out;
+  CConnForStrFncs* last = nullptr;
   for (CConnForStrFncs* e = CConnForStrFncs::GetArenaEntry(); e != nullptr; e = e->GetNext()) {
     int const index = static_cast<int>(static_cast<char const*>(e->GetConnection()) - g_keys);
     out.emplace_back(index, e->GetLanguageChar());
+    last = e;
   }
+  EXPECT_EQ(CConnForStrFncs::GetArenaEntry(), CConnForStrFncs::m_p1stCnctEnv);
+  EXPECT_EQ(last, CConnForStrFncs::m_pLastCnctEnv);
   return out;
 }
 

@@ -181,6 +181,12 @@ TEST_F(Replace, SpelledOutCases) {
   std::strcpy(buf, "a,b,");
   EXPECT_EQ(_zstrNby0replace(buf, const_cast<char*>(",")), buf);
   EXPECT_EQ(std::string(buf, 5), std::string("a\0b\0\0", 5));
+  std::strcpy(buf, "ab,,c,");
+  EXPECT_EQ(_zstr1by0replace(buf, const_cast<char*>(",,")), buf);
+  EXPECT_EQ(std::string(buf, 6), std::string("ab\0c,\0", 6));
+  std::strcpy(buf, "abc");
+  EXPECT_EQ(_zstr1by0replace(buf, const_cast<char*>("x")), buf);
+  EXPECT_STREQ(buf, "abc");
   std::strcpy(buf, "x'y'");
   EXPECT_STREQ(_zstrcpyNreplace(buf, buf, '\'', "''"), "x''y''");
   char out[32];
@@ -213,6 +219,8 @@ TEST_F(Replace, Warnings) {
   zstr_couple bad[] = {{"a", nullptr}, {nullptr, nullptr}};
   EXPECT_EQ(_zstrmultideltalen(buf, bad), ZEAL_STR_ERR);
   EXPECT_EQ(_zstrNby0replace(buf, nullptr), nullptr);
+  EXPECT_EQ(_zstr1by0replace(buf, nullptr), nullptr);
+  EXPECT_EQ(_zstr1by0replace(nullptr, buf), nullptr);  // no warning
   EXPECT_STREQ(_zstrclean(buf, "", "x", 0, 0), "ab");
   EXPECT_EQ(_zstrcpyNreplace(nullptr, buf, 'a', "x"), nullptr);
   char const* const text40 =
@@ -229,6 +237,9 @@ TEST_F(Replace, Warnings) {
        {44,
         "_zstrmultideltalen() - Warning: An error has occurred during calculation of length "
         "variation, sorry. ZEAL_STR_ERR was returned as result."},
+       {121,
+        "_zstr{1/N}by0replace() - Warning: String(s) <s1> given in argument was NULL: NULL "
+        "was returned as result of strings substitution(s)."},
        {121,
         "_zstr{1/N}by0replace() - Warning: String(s) <s1> given in argument was NULL: NULL "
         "was returned as result of strings substitution(s)."},

@@ -1,4 +1,4 @@
-// pieces.cpp - _zstrNby0replace, _zstrcpyNreplace, _zstrclean,
+// pieces.cpp - _zstrNby0replace, _zstr1by0replace, _zstrcpyNreplace, _zstrclean,
 // _zstrlonesomize.
 #include <cstring>
 #include <new>
@@ -11,6 +11,7 @@
 #include "str/report.h"
 #include "str/search/plan.h"
 #include "zelstr/quote.h"
+#include "zelstr/search.h"
 #include "zelstr/replace.h"
 
 using namespace zelstr::str;
@@ -38,9 +39,9 @@ char* copy_replacing(char* dest, char const* src, char c, char const* s) {
   return dest;
 }
 
-}  // namespace
-
-char* _zstrNby0replace(char* string, char* s1) noexcept {
+// Replaces every occurrence of `s1` (or, without `every`, the first) by one
+// NUL byte: the replacement is the one byte of "" with its terminator.
+char* by0replace(char* string, char* s1, bool every) {
   if (s1 == nullptr) {
     warn(msg::kBy0ReplaceNullS1);
     return nullptr;
@@ -48,8 +49,18 @@ char* _zstrNby0replace(char* string, char* s1) noexcept {
   if (string == nullptr || *s1 == '\0') return string;
   replace::Run run{string, std::strlen(string), s1, std::strlen(s1), "", 1, ~0ull, false, nullptr};
   if (run.length < run.len1) return string;
-  return replace::replace_all(run);
+  if (every) return replace::replace_all(run);
+  zelstr::frame::FailureWatch const watch;
+  char* const at = _zstrstr(string, s1);
+  if (at == nullptr) return watch.failed() ? nullptr : string;  // no memory for the search
+  return replace::replace_one(run, at);
 }
+
+}  // namespace
+
+char* _zstrNby0replace(char* string, char* s1) noexcept { return by0replace(string, s1, true); }
+
+char* _zstr1by0replace(char* string, char* s1) noexcept { return by0replace(string, s1, false); }
 
 char* _zstrcpyNreplace(char* dest, char const* src, char c, char const* s) noexcept {
   if (dest == nullptr) {
