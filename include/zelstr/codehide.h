@@ -32,10 +32,12 @@
 // default settings.  Nothing in PL/SQL depends on a
 // setting.
 //
-// Bad arguments (NULL code, flags outside those below, a filler of 0, a
-// position outside the text) are reported with the service's bad-argument
-// or incoherent-flag text (errsvc.h); the result is then 0 or NULL and the
-// text is left as it was.
+// NULL code draws the notice "Illegal NULL code to be processed." (id -1,
+// severity 2); other bad arguments (flags outside those below, a filler of
+// 0, a position outside the text) are reported with the service's
+// bad-argument or incoherent-flag text (errsvc.h); the result is then 0,
+// ZEAL_STR_ERR or NULL as each function says, and the text is left as it
+// was.
 //
 // Memory: the copying forms give NULL when their copy cannot be allocated;
 // HideCodeParts gives NULL (or 0) when it cannot hold its parts.  The rest

@@ -18,7 +18,8 @@
 // compiled definitions) and the warning records; a record that cannot be
 // allocated changes no result (alloc.h).
 //
-// Threads: every function here may run on several threads at once.  The
+// Threads: every function here may run on several threads at once (a map
+// is only read).  The
 // compiled definitions (one for the member tests, one for the others) are
 // the calling thread's own; the thread's other readers of set definitions
 // (the `Ex` replacements, _zstrmultireplace1, _zstrlonesomize, the SQL
@@ -27,6 +28,7 @@
 #define ZELSTR_SETDEF_H
 
 #include "zelstr/export.h"
+#include "zelstr/types.h"
 
 // Length of the initial run of `string` whose bytes are members.  An empty
 // `string` gives 0 at once.  NULL `string`: warning 188; NULL `setdef`:
@@ -57,6 +59,39 @@ ZELSTR_API char* _zstrcposex(char* string, char const* setdef) noexcept;
 ZELSTR_API char const* _zstrcposex(char const* string, char const* setdef) noexcept;
 ZELSTR_API char* _zstricposex(char* string, char const* setdef) noexcept;
 ZELSTR_API char const* _zstricposex(char const* string, char const* setdef) noexcept;
+
+// The same spans and positions through a character map (map.h): each byte
+// of `string` is translated through the map before the membership test
+// (the set definition is read as it is); the i forms then take the image
+// or its other-case ASCII letter, as the plain i forms take the byte.  A
+// NULL map gives the plain form, without a warning; ZEAL_STR_BAD_MAP warns
+// "_zmapstrspnex() - Warning: An invalid map was given in argument to
+// function: _zstrspnex(...) was called instead." (with each function's own
+// names; id -1, severity 4), then gives the plain form.  The other
+// arguments are checked, and warned about, as the plain forms do: the
+// spans with warnings 188, 189 and 206 (104, 105 and 202 for the
+// complements), whose texts name the map forms too; the positions
+// quietly.
+ZELSTR_API unsigned int _zmapstrspnex(ZelStrMap map, char const* string,
+                                      char const* setdef) noexcept;
+ZELSTR_API unsigned int _zmapstrispnex(ZelStrMap map, char const* string,
+                                       char const* setdef) noexcept;
+ZELSTR_API unsigned int _zmapstrcspnex(ZelStrMap map, char const* string,
+                                       char const* setdef) noexcept;
+ZELSTR_API unsigned int _zmapstricspnex(ZelStrMap map, char const* string,
+                                        char const* setdef) noexcept;
+ZELSTR_API char* _zmapstrposex(ZelStrMap map, char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zmapstrposex(ZelStrMap map, char const* string,
+                                     char const* setdef) noexcept;
+ZELSTR_API char* _zmapstriposex(ZelStrMap map, char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zmapstriposex(ZelStrMap map, char const* string,
+                                      char const* setdef) noexcept;
+ZELSTR_API char* _zmapstrcposex(ZelStrMap map, char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zmapstrcposex(ZelStrMap map, char const* string,
+                                      char const* setdef) noexcept;
+ZELSTR_API char* _zmapstricposex(ZelStrMap map, char* string, char const* setdef) noexcept;
+ZELSTR_API char const* _zmapstricposex(ZelStrMap map, char const* string,
+                                       char const* setdef) noexcept;
 
 // 1 (TRUE) when the byte `c` is a member, 0 (FALSE) otherwise.  NULL
 // `setdef`: warning 145; empty: warning 203; wrong: warning 204; each

@@ -24,6 +24,11 @@ void warn(Unit unit, char const* text, char const* function, int line = __builti
   zelstr::frame::report(unit, zelstr::frame::Message{-1, 4, text}, function, line);
 }
 
+// NULL code draws the notice that there is no code to work on.
+void notice_null_code(Unit unit, char const* function, int line = __builtin_LINE()) {
+  zelstr::frame::report(unit, zelstr::frame::msg::kIllegalNullCode, function, line);
+}
+
 // Fills [from, to) with `filler`, line ends (LF and CR LF) kept.
 void fill(Byte* from, Byte* to, Byte filler) {
   while (from < to) {
@@ -60,7 +65,11 @@ class Hider {
 
 // Whether the arguments of a hiding call are good; warns when not.
 bool hiding_arguments(char const* text, int flags, char filler, Unit unit, char const* function) {
-  if (text == nullptr || filler == '\0') {
+  if (text == nullptr) {
+    notice_null_code(unit, function);
+    return false;
+  }
+  if (filler == '\0') {
     warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
     return false;
   }
@@ -144,8 +153,12 @@ int comment_depth(Part const& part, Byte const* at, bool nested) {
 int context(code::Grammar const& grammar, char const* text, int position, int* depth,
             Unit unit, char const* function) {
   if (depth != nullptr) *depth = 0;
-  std::size_t const length = text == nullptr ? 0 : std::strlen(text);
-  if (text == nullptr || position < 0 || static_cast<std::size_t>(position) > length) {
+  if (text == nullptr) {
+    notice_null_code(unit, function);
+    return 0;
+  }
+  std::size_t const length = std::strlen(text);
+  if (position < 0 || static_cast<std::size_t>(position) > length) {
     warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
     return 0;
   }
@@ -194,7 +207,7 @@ class CommentDiscarder {
 
 int discard(code::Grammar const& grammar, char* text, Unit unit, char const* function) {
   if (text == nullptr) {
-    warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
+    notice_null_code(unit, function);
     return ZEAL_STR_ERR;
   }
   CommentDiscarder discarder(reinterpret_cast<Byte*>(text));
@@ -206,7 +219,7 @@ int discard(code::Grammar const& grammar, char* text, Unit unit, char const* fun
 char* discard_copy(code::Grammar const& grammar, char const* text, Unit unit,
                    char const* function) {
   if (text == nullptr) {
-    warn(unit, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
+    notice_null_code(unit, function);
     return nullptr;
   }
   char* const copy = _zstrdupalloc(text, 0);

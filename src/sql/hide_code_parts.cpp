@@ -160,7 +160,7 @@ char const* HideCodeParts::Hide(bool tsql, void const* connection, char const* c
       tsql ? code::tsql_grammar(connection, commands) : code::plsql_grammar(commands);
   Clear();
   if (code == nullptr) {
-    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
+    zelstr::frame::report(Unit::connfortsqlstrfncs, zelstr::frame::msg::kIllegalNullCode, function);
     return nullptr;
   }
   if ((flags & ~kHideFlags) != 0) {
@@ -213,7 +213,7 @@ char const* HideCodeParts::Hide(bool tsql, void const* connection, char const* c
 char* HideCodeParts::Restore(char const* code) const noexcept {
   char const* const function = "HideCodeParts::Restore";
   if (code == nullptr) {
-    warn(ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), function);
+    zelstr::frame::report(Unit::connfortsqlstrfncs, zelstr::frame::msg::kIllegalNullCode, function);
     return nullptr;
   }
   // First pass: check every placeholder and measure the result.

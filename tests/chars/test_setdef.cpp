@@ -138,6 +138,39 @@ TEST_F(SetDefinitions, SpansAndPositionsOverRandomStrings) {
   EXPECT_TRUE(zelstr::test::filed_nothing());
 }
 
+// The map forms are the plain forms run on the string's images: the model
+// runs on the translated string (folding, in the i forms, the images).
+TEST_F(SetDefinitions, MappedSpansAndPositionsOverRandomStrings) {
+  std::mt19937 rng(2611);
+  void* const map = _zmapdefine("a=B=x -=_ \xE9=C");
+  char const* const kDefinitions[] = {"[a-c]", "[A_`-]", "[]x]", "[\x80-\xFF]", "[Bb ]"};
+  for (int round = 0; round < 5000; ++round) {
+    std::string s(rng() % 20, ' ');
+    for (char& ch : s) ch = "abcABC_- x\xE9"[rng() % 11];
+    std::string images = s;
+    for (char& ch : images) ch = _zmapchrapply(map, ch);
+    char const* const def = kDefinitions[rng() % 5];
+    Members const set = *model_parse(def);
+    SCOPED_TRACE("'" + s + "' in " + def);
+    std::size_t const span = model_run(images, set, true, false);
+    std::size_t const ispan = model_run(images, set, true, true);
+    std::size_t const cspan = model_run(images, set, false, false);
+    std::size_t const icspan = model_run(images, set, false, true);
+    ASSERT_EQ(_zmapstrspnex(map, s.c_str(), def), span);
+    ASSERT_EQ(_zmapstrispnex(map, s.c_str(), def), ispan);
+    ASSERT_EQ(_zmapstrcspnex(map, s.c_str(), def), cspan);
+    ASSERT_EQ(_zmapstricspnex(map, s.c_str(), def), icspan);
+    auto at = [&s](std::size_t i) { return i < s.size() ? s.c_str() + i : nullptr; };
+    ASSERT_EQ(_zmapstrposex(map, s.c_str(), def), at(span));
+    ASSERT_EQ(_zmapstriposex(map, s.data(), def), at(ispan));
+    ASSERT_EQ(_zmapstrcposex(map, s.c_str(), def), at(cspan));
+    ASSERT_EQ(_zmapstricposex(map, s.data(), def), at(icspan));
+    ASSERT_EQ(_zmapstricspnex(nullptr, s.c_str(), def), _zstricspnex(s.c_str(), def));
+  }
+  _zmapfree(map);
+  EXPECT_TRUE(zelstr::test::filed_nothing());
+}
+
 TEST_F(SetDefinitions, LongDefinitionsAreReadEveryTime) {
   std::string longdef = "[" + std::string(300, 'q') + "a-c]";
   EXPECT_EQ(_zstrspnex("qab!", longdef.c_str()), 3u);
@@ -182,6 +215,28 @@ TEST_F(SetDefinitions, WarningsOfTheSpanFunctions) {
     EXPECT_EQ(c.call(c.string, c.def), 0u);
     EXPECT_TRUE(zelstr::test::filed_exactly({ExpectedWarning{c.id, c.text}})) << c.id;
   }
+  // The map forms report the same texts, after the invalid map's warning.
+  errsvc::clear();
+  EXPECT_EQ(_zmapstricspnex(nullptr, nullptr, "[a]"), 0u);
+  EXPECT_EQ(_zmapstrspnex(ZEAL_STR_BAD_MAP, "ab", "[a]"), 1u);
+  EXPECT_EQ(_zmapstriposex(ZEAL_STR_BAD_MAP, "aBc", "[ab]"), std::string("c"));
+  EXPECT_EQ(_zmapstrcspnex(ZEAL_STR_BAD_MAP, "a", nullptr), 0u);
+  EXPECT_TRUE(zelstr::test::filed_exactly(
+      {{104,
+        "_z[map]str[i]cspnex() - Warning: <string> given in argument was NULL: 0L was returned "
+        "as result of count."},
+       {-1,
+        "_zmapstrspnex() - Warning: An invalid map was given in argument to function: "
+        "_zstrspnex(...) was called instead."},
+       {-1,
+        "_zmapstriposex() - Warning: An invalid map was given in argument to function: "
+        "_zstriposex(...) was called instead."},
+       {-1,
+        "_zmapstrcspnex() - Warning: An invalid map was given in argument to function: "
+        "_zstrcspnex(...) was called instead."},
+       {105,
+        "_z[map]str[i]cspnex() - Warning: <setdef> given in argument was NULL: 0L was returned "
+        "as result of count."}}));
   errsvc::clear();
   EXPECT_EQ(_zstrspnex("", "[a-"), 0u);  // an empty string returns before the set is read
   EXPECT_EQ(_zstrposex(static_cast<char const*>(nullptr), "[a]"), nullptr);

@@ -150,12 +150,24 @@ TEST_F(CodeHide, BadArgumentsWarnAndFallBack) {
   EXPECT_STREQ("a -- b", text);
   EXPECT_EQ(0, _ztsqlcodecontext(text, 7));
   EXPECT_EQ(ZEAL_STR_ERR, _zplsqldiscardcomments(static_cast<char*>(nullptr)));
+  EXPECT_EQ(0, _zplsqlcodecontext(nullptr, 0));
+  EXPECT_EQ(nullptr, _ztsqldiscardcomments(static_cast<char const*>(nullptr)));
+  HideCodeParts parts;
+  EXPECT_EQ(nullptr, parts.HidePlSql(nullptr, 0));
+  // NULL code is the notice of severity 2 that there is no code.
+  auto const no_code = [](char const* function, char const* unit) {
+    return zelstr::test::ExpectedWarning{-1, "Illegal NULL code to be processed.", 2, unit,
+                                         function};
+  };
   EXPECT_TRUE(filed_exactly({
-      warning(bad, "_ztsqlhidenonsqlcode", "connfortsqlstrfncs"),
+      no_code("_ztsqlhidenonsqlcode", "connfortsqlstrfncs"),
       warning(bad, "_ztsqlhidenonsqlcode", "connfortsqlstrfncs"),
       warning(ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(), "_zplsqlhidenonsqlcode", "connforplsqlstrfncs"),
       warning(bad, "_ztsqlcodecontext", "connfortsqlstrfncs"),
-      warning(bad, "_zplsqldiscardcomments", "connforplsqlstrfncs"),
+      no_code("_zplsqldiscardcomments", "connforplsqlstrfncs"),
+      no_code("_zplsqlcodecontext", "connforplsqlstrfncs"),
+      no_code("_ztsqldiscardcomments", "connfortsqlstrfncs"),
+      no_code("HideCodeParts::HidePlSql", "connfortsqlstrfncs"),
   }));
 }
 
