@@ -67,6 +67,23 @@ ZELSTR_API int _zsysname2tsql(char* name, int flags) noexcept;  // default setti
 ZELSTR_API char* _zsysname2tsql(void const* const connection, char const* name, int flags) noexcept;
 ZELSTR_API char* _zsysname2tsql(char const* name, int flags) noexcept;
 
+// The name-length command.  WRITE_NAME_LENGTH(&n) registers the caller's
+// int `n`, for the calling thread: from then on each call of
+// _ztsqlvalidsysname, _ztsql2sysname, _zsysname2tsql (every form) and
+// CHTSQL::IsValidCodeName on that thread writes into `n` the length in
+// bytes of the system form of the name it read ("[a]]b]" gives 4), or -1
+// when it gives 0 or NULL.  WRITE_NAME_LENGTH(NULL) withdraws the address.
+// 1 on success; 0 with a complaint of severity 8 (id -1) when the command
+// cannot be obeyed: "Static variable <pnNameLength> already contains an
+// address: command WRITE_NAME_LENGTH() ignored!" for an address while
+// another is registered (withdraw it first), "Static variable
+// <pnNameLength> contains no address: command WRITE_NAME_LENGTH() cannot
+// be taken into account!" for NULL while none is.  Each thread's
+// registration ends with the thread; the qualified-name members write
+// nothing.
+ZELSTR_API int _ztsqlwritenamelength(int* pnNameLength) noexcept;
+#define WRITE_NAME_LENGTH(pnNameLength) _ztsqlwritenamelength(pnNameLength)
+
 // Applies the character map `map` (map.h; typically a lower- or upper-
 // casing map) to T-SQL code in place, leaving alone what is not code:
 // string literals ('...', and "..." when `quotedId` is 0) and comments

@@ -59,6 +59,7 @@ enum class ThreadSlot : int {
   kSqlObjects,   // the look-up cache of the connection-keyed objects
   kSqlSettings,  // the look-up cache of the dialect settings
   kSqlCharsets,  // the tables of identifier characters
+  kNameLength,   // where the T-SQL name functions write a name's length
   kCount
 };
 

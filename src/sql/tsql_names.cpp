@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "errsvc/errsvc.h"
+#include "sql/name_length.h"
 #include "sql/names.h"
 #include "sql/report.h"
 #include "sql/tsql_rules.h"
@@ -50,15 +51,21 @@ int to_system(void const* connection, char* name, char const* function) {
   sql::NamePart part;
   if (name == nullptr || *name == '\0' || !sql::tsql_rules(connection, rules) ||
       !read_source(name, rules, part)) {
+    sql::note_name_length(-1);
     warn_bad_argument(function);
     return 0;
   }
   // Moved down over the opening mark: the copy never overtakes its source.
   if (part.close != '\0') zelstr::str::tokens::copy_part(part, name, part.length + 1);
+  sql::note_name_length(static_cast<std::ptrdiff_t>(part.length));
   return 1;
 }
 
-int to_source(void const* connection, char* name, unsigned long flags, char const* function) {
+// `noting`: the call writes the name's length for the name-length command
+// (the qualified names' parts do not).
+int to_source(void const* connection, char* name, unsigned long flags, char const* function,
+              bool noting = true) {
+  if (noting) sql::note_name_length(-1);
   if (flags > kKeepReservedWords) {
     warn(ErrHand_Msg_ERRSVC_INCOHERENT_FLAG(), function);
     return 0;
@@ -69,12 +76,15 @@ int to_source(void const* connection, char* name, unsigned long flags, char cons
     warn_bad_argument(function);
     return 0;
   }
-  if (!sql::needs_delimiters(name, rules, flags != kKeepReservedWords)) return 1;
-  if (!rules.delimits(rules.mark)) {  // the connection takes no delimiter
-    warn_bad_argument(function);
-    return 0;
+  std::size_t const length = std::strlen(name);
+  if (sql::needs_delimiters(name, rules, flags != kKeepReservedWords)) {
+    if (!rules.delimits(rules.mark)) {  // the connection takes no delimiter
+      warn_bad_argument(function);
+      return 0;
+    }
+    sql::delimit(name, rules.mark, sql::closing_mark(rules.mark));
   }
-  sql::delimit(name, rules.mark, sql::closing_mark(rules.mark));
+  if (noting) sql::note_name_length(static_cast<std::ptrdiff_t>(length));
   return 1;
 }
 
@@ -87,13 +97,17 @@ std::size_t delimiting_room(char const* name) {
 }  // namespace
 
 int _ztsqlvalidsysname(void const* const connection, char const* name, int /*kind*/) noexcept {
+  sql::note_name_length(-1);
   if (name == nullptr) {
     warn_bad_argument(zelstr::frame::kUnknownFunction);
     return 0;
   }
   sql::TsqlRules rules;
   if (*name == '\0' || !sql::tsql_rules(connection, rules)) return 0;
-  return std::strlen(name) < rules.limit && sql::is_regular_tsql(name, rules) ? 1 : 0;
+  std::size_t const length = std::strlen(name);
+  if (length >= rules.limit || !sql::is_regular_tsql(name, rules)) return 0;
+  sql::note_name_length(static_cast<std::ptrdiff_t>(length));
+  return 1;
 }
 
 int _ztsqlvalidsysname(char const* name, int kind) noexcept {
@@ -107,6 +121,7 @@ int _ztsql2sysname(void const* const connection, char* name) noexcept {
 int _ztsql2sysname(char* name) noexcept { return _ztsql2sysname(nullptr, name); }
 
 char* _ztsql2sysname(void const* const connection, char const* name) noexcept {
+  sql::note_name_length(-1);
   if (name == nullptr) {
     warn_bad_argument(zelstr::frame::kUnknownFunction);
     return nullptr;
@@ -126,6 +141,7 @@ int _zsysname2tsql(void const* const connection, char* name, int flags) noexcept
 int _zsysname2tsql(char* name, int flags) noexcept { return _zsysname2tsql(nullptr, name, flags); }
 
 char* _zsysname2tsql(void const* const connection, char const* name, int flags) noexcept {
+  sql::note_name_length(-1);
   if (name == nullptr) {
     warn_bad_argument(zelstr::frame::kUnknownFunction);
     return nullptr;
@@ -141,6 +157,7 @@ char* _zsysname2tsql(char const* name, int flags) noexcept {
 }
 
 int CHTSQL::IsValidCodeName(char const* name) const noexcept {
+  sql::note_name_length(-1);
   if (name == nullptr) {
     warn_bad_argument("CHTSQL::IsValidCodeName()");
     return 0;
@@ -148,13 +165,15 @@ int CHTSQL::IsValidCodeName(char const* name) const noexcept {
   sql::TsqlRules rules;
   sql::NamePart part;
   if (*name == '\0' || !sql::tsql_rules(GetConnection(), rules)) return 0;
-  return read_source(name, rules, part) ? 1 : 0;
+  if (!read_source(name, rules, part)) return 0;
+  sql::note_name_length(static_cast<std::ptrdiff_t>(part.length));
+  return 1;
 }
 
 namespace zelstr::sql {
 
 int tsql_to_source(void const* connection, char* name, unsigned long flags, char const* function) {
-  return to_source(connection, name, flags, function);
+  return to_source(connection, name, flags, function, false);
 }
 
 }  // namespace zelstr::sql

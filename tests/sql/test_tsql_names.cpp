@@ -2,8 +2,10 @@
 // and qualified names split as the server's PARSENAME splits them.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "support/library_text.h"
@@ -71,19 +73,61 @@ TEST_F(TsqlNames, SourceToSystem) {
       {kBrackets, "\"a\"", nullptr},  // quoted identifiers off
       {kBrackets, "[a\"b]", "a\"b"},
   };
+  int length = 0;
+  ASSERT_EQ(1, WRITE_NAME_LENGTH(&length));
   for (Conversion const& c : cases) {
     errsvc::clear();
     std::string buffer = c.given;
     int const result = _ztsql2sysname(c.connection, buffer.data());
     EXPECT_EQ(result, c.expected != nullptr ? 1 : 0) << c.given;
+    EXPECT_EQ(length, c.expected != nullptr ? static_cast<int>(std::strlen(c.expected)) : -1);
+    length = 0;
+    EXPECT_EQ(CHTSQL(c.connection).IsValidCodeName(c.given), result);
+    EXPECT_EQ(length, result == 1 ? static_cast<int>(std::strlen(c.expected)) : -1);
     EXPECT_EQ(buffer.c_str(), std::string(c.expected != nullptr ? c.expected : c.given)) << c.given;
     EXPECT_EQ(owned(_ztsql2sysname(c.connection, c.given)), c.expected ? c.expected : "<null>");
+    EXPECT_EQ(length, c.expected != nullptr ? static_cast<int>(std::strlen(c.expected)) : -1);
     if (c.expected == nullptr) {
       EXPECT_TRUE(filed_exactly({tsql_warning(ErrHand_Msg_ERRSVC_BAD_ARGUMENT()),
                                  tsql_warning(ErrHand_Msg_ERRSVC_BAD_ARGUMENT())}))
           << c.given;
     }
   }
+  ASSERT_EQ(1, WRITE_NAME_LENGTH(nullptr));
+  length = 7;
+  _ztsql2sysname(kServer, "[a]");
+  EXPECT_EQ(length, 7);  // withdrawn: nothing written
+}
+
+// The name-length command: one address at a time, per thread; the system
+// name's length (before delimiting) or -1, from every function that reads
+// a name.
+TEST_F(TsqlNames, NameLengthCommand) {
+  int length = 0, other = 0;
+  ASSERT_EQ(1, WRITE_NAME_LENGTH(&length));
+  EXPECT_EQ(0, WRITE_NAME_LENGTH(&other));  // ignored: `length` stays registered
+  EXPECT_EQ(owned(_zsysname2tsql(kServer, "a b", 0)), "\"a b\"");
+  EXPECT_EQ(length, 3);
+  EXPECT_EQ(_ztsqlvalidsysname(kServer, "a b", 0), 0);
+  EXPECT_EQ(length, -1);
+  EXPECT_EQ(_ztsqlvalidsysname(kServer, "ab", 0), 1);
+  EXPECT_EQ(length, 2);
+  std::thread([&other] {  // another thread's own registration
+    EXPECT_EQ(1, WRITE_NAME_LENGTH(&other));
+    _ztsqlvalidsysname(kServer, "abcd", 0);
+  }).join();
+  EXPECT_EQ(other, 4);
+  EXPECT_EQ(length, 2);
+  EXPECT_EQ(1, WRITE_NAME_LENGTH(nullptr));
+  EXPECT_EQ(0, WRITE_NAME_LENGTH(nullptr));  // nothing to withdraw
+  auto const complaint = [](char const* text) {
+    return zelstr::test::ExpectedWarning{-1, text, 8, "connfortsqlstrfncs"};
+  };
+  EXPECT_TRUE(filed_exactly(
+      {complaint("Static variable <pnNameLength> already contains an address: command "
+                 "WRITE_NAME_LENGTH() ignored!"),
+       complaint("Static variable <pnNameLength> contains no address: command "
+                 "WRITE_NAME_LENGTH() cannot be taken into account!")}));
 }
 
 TEST_F(TsqlNames, SystemToSource) {
