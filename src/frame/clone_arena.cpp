@@ -11,6 +11,7 @@
 
 #include "frame/message_box.h"
 #include "frame/messages.h"
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "zelstr/scratch.h"
 
@@ -26,6 +27,10 @@ struct CloneArena {
   std::size_t last_reserved = 0;
 };
 using CloneSlot = zelstr::frame::PerThread<CloneArena, zelstr::frame::ThreadSlot::kCloneArena>;
+
+// Unload step 3: every thread's arena.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kModuleArrays,
+                                                       [] { CloneSlot::release_every_thread(); });
 
 void warn_clone_truncated() {
   char text[64];

@@ -69,6 +69,8 @@ UnloadHook::UnloadHook(UnloadStep step, void (*run)()) {
   g_unload_steps[static_cast<int>(step)].add(run);
 }
 
+void run_unload_step(UnloadStep step) noexcept { g_unload_steps[static_cast<int>(step)].run_all(); }
+
 platform::CriticalSection& critical_section(int index) { return g_critical_sections[index]; }
 
 }  // namespace zelstr::frame

@@ -45,24 +45,42 @@ enum class LoadStep {
 };
 
 // Releases done at unload, in this order.
+//
+// The steps keep the places of the module's historic sequence; the state
+// they release is each thread's now (frame/per_thread.h), every thread's
+// at once:
+//   2 (kObjectList): the list of objects deleted through their destructors
+//     is the SQL families' objects that point into the connection arena of
+//     step 1: the look-up caches of the registries and the tables of
+//     identifier characters.
+//   3 (kModuleArrays): the five arrays are the result arrays that stay
+//     valid until a later call: the clone arena, the two print arenas, and
+//     the results of the quoting and of the unquoting functions.
+//   8 (kModuleBuffer, then kCrackBuffers): the one allocated buffer is
+//     _zstrgetNth's result; then the name-cracking buffers.
 enum class UnloadStep {
-  kConnectionArena,    // drop every connection's settings
-  kObjectList,         // delete the module-wide list of objects
-  kModuleArrays,       // release the five module-wide arrays
-  kPurgeBuffers,       // the cached buffers of _zstrpurge
-  kMatchWorkerCaches,  // mapped MATCH, LIKE and MATCH workers, in that order
-  kRegexCache,         // the compiled-expression cache
-  kMatchReCache,       // the cache of Tcl_MatchRE
-  kCrackBuffers,       // the module buffer and the name-cracking buffers
-  kDefaultMap,         // the default character map
+  kConnectionArena,    // 1: drop every connection's settings
+  kObjectList,         // 2: the SQL look-up caches and identifier tables
+  kModuleArrays,       // 3: the clone, print and quoting result arrays
+  kPurgeBuffers,       // 4: the cached buffers of _zstrpurge
+  kMatchWorkerCaches,  // 5: mapped MATCH, LIKE and MATCH workers, in that order
+  kRegexCache,         // 6: the compiled-expression cache
+  kMatchReCache,       // 7: the cache of Tcl_MatchRE
+  kModuleBuffer,       // 8, first: the result buffer of _zstrgetNth
+  kCrackBuffers,       // 8, then: the name-cracking buffers
+  kDefaultMap,         // 9: the default character map
   kThreadStates,       // what every thread still keeps (frame/per_thread.h)
   kCount
 };
 
+// Runs the hooks of one unload step, as the sequence would: for tests of
+// what a step releases.  No other call may run meanwhile.
+void run_unload_step(UnloadStep step) noexcept;
+
 // Declaring one of these (as a ZELSTR_MODULE_HOOK static object) makes `run`
 // part of the load or unload sequence at `step`.  A step runs its hooks in
 // the order they were declared; it holds kHooksPerStep at most.
-inline constexpr int kHooksPerStep = 4;
+inline constexpr int kHooksPerStep = 6;
 struct LoadHook {
   LoadHook(LoadStep step, void (*run)());
 };

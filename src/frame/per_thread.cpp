@@ -182,5 +182,26 @@ void visit_all(ThreadSlot slot, void (*visit)(void*, void*), void* context) noex
   if (g_fallbacks[i] != nullptr) visit(g_fallbacks[i], context);
 }
 
+void release_slot(ThreadSlot slot) noexcept {
+  int const i = static_cast<int>(slot);
+  // One object at a time is taken off its block under the lock and
+  // destroyed outside it, as a thread's end does.
+  for (;;) {
+    void* object = nullptr;
+    {
+      std::lock_guard<std::mutex> const guard(g_lock);
+      for (Block* b = g_blocks; b != nullptr && object == nullptr; b = b->next) {
+        if (b->objects[i] != nullptr && b->objects[i] != g_fallbacks[i]) {
+          object = b->objects[i];
+          b->objects[i] = nullptr;
+        }
+      }
+    }
+    if (object == nullptr) break;
+    g_kinds[i]->destroy(object);
+  }
+  if (g_fallbacks[i] != nullptr) g_kinds[i]->reset(g_fallbacks[i]);
+}
+
 }  // namespace detail
 }  // namespace zelstr::frame

@@ -83,6 +83,8 @@ struct SlotKind {
 void* make(ThreadSlot slot, SlotKind const& kind) noexcept;
 // Calls `visit` with every thread's object of `slot` and the fallback, if made.
 void visit_all(ThreadSlot slot, void (*visit)(void*, void*), void* context) noexcept;
+// Destroys every thread's object of `slot` and empties the fallback.
+void release_slot(ThreadSlot slot) noexcept;
 
 }  // namespace detail
 
@@ -93,6 +95,12 @@ class PerThread {
     if (void* const p = detail::existing(kSlot)) return *static_cast<T*>(p);
     return *static_cast<T*>(detail::make(kSlot, kind));
   }
+
+  // Destroys every thread's object (each thread makes a new one at its next
+  // get()) and empties the fallback: the memory a family's state holds goes
+  // back before the module's last step.  For the unload sequence; no other
+  // call may run meanwhile.
+  static void release_every_thread() noexcept { detail::release_slot(kSlot); }
 
   // Calls `visit` on every thread's object and on the fallback.  For the
   // unload sequence and for tests; no other call may run meanwhile.

@@ -12,6 +12,7 @@
 
 #include "frame/message_box.h"
 #include "frame/messages.h"
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "zelstr/scratch.h"
 
@@ -29,6 +30,12 @@ struct PrintArena {
 };
 using PrintSlot = zelstr::frame::PerThread<PrintArena, zelstr::frame::ThreadSlot::kPrintArena>;
 using VprintSlot = zelstr::frame::PerThread<PrintArena, zelstr::frame::ThreadSlot::kVprintArena>;
+
+// Unload step 3: every thread's two arenas.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kModuleArrays, [] {
+  PrintSlot::release_every_thread();
+  VprintSlot::release_every_thread();
+});
 
 char* next_position(PrintArena& arena) {
   if (arena.last == nullptr) return arena.bytes;

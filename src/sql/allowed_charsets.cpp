@@ -12,6 +12,7 @@
 
 #include "chars/setdef.h"
 #include "frame/memory.h"
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "sql/connection_env.h"
 #include "sql/report.h"
@@ -66,6 +67,11 @@ struct ThreadCharsets {
 };
 using CharsetSlot =
     zelstr::frame::PerThread<ThreadCharsets, zelstr::frame::ThreadSlot::kSqlCharsets>;
+
+// Unload step 2: every thread's tables, built for entries of the arena
+// that step 1 emptied.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release_tables(
+    zelstr::frame::UnloadStep::kObjectList, [] { CharsetSlot::release_every_thread(); });
 
 // Reads `definition` into `table`: a bracketed set definition, or a plain
 // list of characters.  False when it cannot be read.

@@ -30,6 +30,11 @@ std::atomic<unsigned long> g_generation{0};
 using FindCache = zelstr::sql::FindCache<CConnForStrFncs>;
 using CacheSlot = zelstr::frame::PerThread<FindCache, zelstr::frame::ThreadSlot::kSqlObjects>;
 
+// Unload step 2: every thread's look-up cache, which points into the list
+// that step 1 emptied.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release_caches(
+    zelstr::frame::UnloadStep::kObjectList, [] { CacheSlot::release_every_thread(); });
+
 void release_object_arena() { CConnForStrFncs::DeleteWholeArena(); }
 
 // The memory of the objects made with new: NULL, counted, when it is short.

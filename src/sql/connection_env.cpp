@@ -29,6 +29,11 @@ std::atomic<unsigned long> g_generation{0};
 using FindCache = zelstr::sql::FindCache<CConnectionEnv>;
 using CacheSlot = zelstr::frame::PerThread<FindCache, zelstr::frame::ThreadSlot::kSqlSettings>;
 
+// Unload step 2: every thread's look-up cache, which points into the
+// registry that step 1 emptied.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release_caches(
+    zelstr::frame::UnloadStep::kObjectList, [] { CacheSlot::release_every_thread(); });
+
 // Numbers for definitions (CConnectionEnv::m_nCharsetsVersion).
 std::atomic<unsigned long> g_definitions{0};
 

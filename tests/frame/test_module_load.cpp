@@ -45,7 +45,10 @@ TEST(ModuleLoad, RunsTheLoadAndUnloadStepsInTheirOrder) {
   EXPECT_EQ(errsvc::live_modules(), std::vector<std::string>{"Strings Library"});
   ASSERT_TRUE(unload_module(module));
   std::vector<std::string> expected = {"load step"};
-  for (char n = '1'; n <= '9'; ++n) expected.push_back(std::string("unload step ") + n);
+  for (char n = '1'; n <= '9'; ++n) {
+    if (n == '8') expected.push_back("unload step 8a");  // the first half of step 8
+    expected.push_back(std::string("unload step ") + n);
+  }
   EXPECT_EQ(texts(), expected);
   EXPECT_TRUE(errsvc::live_modules().empty());
 }

@@ -40,6 +40,7 @@ ZELSTR_MODULE_HOOK UnloadHook const g3(UnloadStep::kModuleArrays, unload_step<3>
 ZELSTR_MODULE_HOOK UnloadHook const g7(UnloadStep::kMatchReCache, unload_step<7>);
 ZELSTR_MODULE_HOOK UnloadHook const g2(UnloadStep::kObjectList, unload_step<2>);
 ZELSTR_MODULE_HOOK UnloadHook const g8(UnloadStep::kCrackBuffers, unload_step<8>);
+ZELSTR_MODULE_HOOK UnloadHook const g8a(UnloadStep::kModuleBuffer, [] { say("unload step 8a"); });
 ZELSTR_MODULE_HOOK UnloadHook const g4(UnloadStep::kPurgeBuffers, unload_step<4>);
 ZELSTR_MODULE_HOOK UnloadHook const g6(UnloadStep::kRegexCache, unload_step<6>);
 ZELSTR_MODULE_HOOK LoadHook const g0(LoadStep::kCaseTables, load_step);

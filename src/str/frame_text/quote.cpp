@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "str/expand.h"
 #include "str/report.h"
@@ -68,6 +69,10 @@ struct QuoteResults {
   char encapsulated_empty[3];
 };
 using QuoteSlot = zelstr::frame::PerThread<QuoteResults, zelstr::frame::ThreadSlot::kQuote>;
+
+// Unload step 3: every thread's results.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kModuleArrays,
+                                                       [] { QuoteSlot::release_every_thread(); });
 
 }  // namespace
 

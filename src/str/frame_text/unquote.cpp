@@ -1,6 +1,7 @@
 // unquote.cpp - _zstrunquoted, _zstrunencapsulated.
 #include <cstring>
 
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "str/report.h"
 #include "zelstr/copy.h"
@@ -33,6 +34,10 @@ struct UnquoteResults {
   char unencapsulated[kUnencapsulatedCapacity + 1];
 };
 using UnquoteSlot = zelstr::frame::PerThread<UnquoteResults, zelstr::frame::ThreadSlot::kUnquote>;
+
+// Unload step 3: every thread's results.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kModuleArrays,
+                                                       [] { UnquoteSlot::release_every_thread(); });
 
 }  // namespace
 

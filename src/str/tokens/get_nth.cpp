@@ -1,6 +1,7 @@
 // get_nth.cpp - _zstrgetNth: one token of a string.
 #include <cstring>
 
+#include "frame/module.h"
 #include "frame/per_thread.h"
 #include "str/report.h"
 #include "str/tokens/separators.h"
@@ -15,6 +16,10 @@ struct NthToken {
   char text[2048];
 };
 using NthSlot = zelstr::frame::PerThread<NthToken, zelstr::frame::ThreadSlot::kNthToken>;
+
+// Unload step 8, before the cracking buffers: every thread's result.
+ZELSTR_MODULE_HOOK zelstr::frame::UnloadHook g_release(zelstr::frame::UnloadStep::kModuleBuffer,
+                                                       [] { NthSlot::release_every_thread(); });
 
 }  // namespace
 
