@@ -28,37 +28,36 @@ void add_all(fm::Searcher* s, char const* const* strings, int flags, void* map,
 
 }  // namespace
 
-#define ZELSTR_DEFINE_FIND_MANY(Class, make)                                                    \
-  Class::Class() noexcept : m_searcher(made(fm::make())) {}                                     \
-  Class::Class(char const* const* strings, int flags, void* map, char const* wordChars) noexcept \
-      : m_searcher(made(fm::make())) {                                                          \
-    add_all(m_searcher, strings, flags, map, wordChars);                                        \
-  }                                                                                             \
-  Class::~Class() { delete m_searcher; }                                                        \
-  int Class::Add(char const* string) noexcept {                                                 \
-    return m_searcher != nullptr ? m_searcher->add(string) : -1;                                \
-  }                                                                                             \
-  int Class::Prepare(int flags, void* map, char const* wordChars) noexcept {                    \
-    return m_searcher != nullptr ? m_searcher->prepare(flags, map, wordChars) : 0;              \
-  }                                                                                             \
-  char const* Class::Find(char const* text, int* index, long length,                            \
-                          char const* from) noexcept {                                          \
-    if (m_searcher == nullptr) {                                                                \
-      if (index != nullptr) *index = -1;                                                        \
-      return nullptr;                                                                           \
-    }                                                                                           \
-    return m_searcher->find(text, index, length, from);                                         \
-  }                                                                                             \
-  char const* Class::FindNext(int* index) noexcept {                                            \
-    if (m_searcher == nullptr) {                                                                \
-      if (index != nullptr) *index = -1;                                                        \
-      return nullptr;                                                                           \
-    }                                                                                           \
-    return m_searcher->find_next(index);                                                        \
-  }                                                                                             \
+#define ZELSTR_DEFINE_FIND_MANY(Class, make)                                                       \
+  Class::Class() noexcept : m_searcher(made(fm::make())) {}                                        \
+  Class::Class(char const* const* strings, int flags, void* map, char const* wordChars) noexcept   \
+      : m_searcher(made(fm::make())) {                                                             \
+    add_all(m_searcher, strings, flags, map, wordChars);                                           \
+  }                                                                                                \
+  Class::~Class() { delete m_searcher; }                                                           \
+  int Class::Add(char const* string) noexcept {                                                    \
+    return m_searcher != nullptr ? m_searcher->add(string) : -1;                                   \
+  }                                                                                                \
+  int Class::Prepare(int flags, void* map, char const* wordChars) noexcept {                       \
+    return m_searcher != nullptr ? m_searcher->prepare(flags, map, wordChars) : 0;                 \
+  }                                                                                                \
+  char const* Class::Find(char const* text, int* index, long length, char const* from) noexcept {  \
+    if (m_searcher == nullptr) {                                                                   \
+      if (index != nullptr) *index = -1;                                                           \
+      return nullptr;                                                                              \
+    }                                                                                              \
+    return m_searcher->find(text, index, length, from);                                            \
+  }                                                                                                \
+  char const* Class::FindNext(int* index) noexcept {                                               \
+    if (m_searcher == nullptr) {                                                                   \
+      if (index != nullptr) *index = -1;                                                           \
+      return nullptr;                                                                              \
+    }                                                                                              \
+    return m_searcher->find_next(index);                                                           \
+  }                                                                                                \
   int Class::GetCount() const noexcept { return m_searcher != nullptr ? m_searcher->count() : 0; } \
-  char const* Class::GetString(int index) const noexcept {                                      \
-    return m_searcher != nullptr ? m_searcher->string(index) : nullptr;                         \
+  char const* Class::GetString(int index) const noexcept {                                         \
+    return m_searcher != nullptr ? m_searcher->string(index) : nullptr;                            \
   }
 
 ZELSTR_DEFINE_FIND_MANY(CFindManyStrOld, make_old_searcher)

@@ -1,0 +1,64 @@
+// nibble_filter.cpp - building the filter's tables, and choosing its scan.
+#include "findmany/nibble_filter.h"
+
+#include <algorithm>
+
+namespace zelstr::findmany {
+
+NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, Byte const* table) {
+  NibbleTables t;
+  if (images.empty()) return t;
+  std::size_t shortest = images.front()->size();
+  for (std::string const* s : images) shortest = std::min(shortest, s->size());
+  std::size_t const width = std::min<std::size_t>(3, shortest);
+  // Only the first bytes count: strings that share them are one entry.
+  std::vector<std::string> prefixes;
+  for (std::string const* s : images) prefixes.push_back(s->substr(0, width));
+  std::sort(prefixes.begin(), prefixes.end());
+  prefixes.erase(std::unique(prefixes.begin(), prefixes.end()), prefixes.end());
+  if (prefixes.size() > kNibbleFilterMostPrefixes) return t;
+  t.width = static_cast<int>(width);
+  // Neighbours in byte order share their first bytes, and so their nibbles:
+  // each bucket takes a run of them.
+  std::size_t const per_bucket = (prefixes.size() + 7) / 8;
+  for (std::size_t i = 0; i < prefixes.size(); ++i) {
+    auto const bucket = static_cast<Byte>(1u << (i / per_bucket));
+    for (std::size_t j = 0; j < width; ++j) {
+      auto const image = static_cast<Byte>(prefixes[i][j]);
+      for (int c = 0; c < 256; ++c) {
+        if (table[c] != image) continue;
+        t.low[j][c & 15] |= bucket;
+        t.high[j][c >> 4] |= bucket;
+      }
+    }
+  }
+  return t;
+}
+
+namespace {
+
+NibbleScan choose_scan() {
+  if (__builtin_cpu_supports("avx2")) return nibble_scan_avx2();
+  if (__builtin_cpu_supports("ssse3")) return nibble_scan_ssse3();
+  return nullptr;  // the tables are read byte by byte
+}
+
+}  // namespace
+
+Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
+                       void const* context) {
+  static NibbleScan const scan = choose_scan();
+  if (end - p < t.width) return end;
+  if (scan != nullptr) {
+    Byte const* rest = p;
+    Byte const* const at = scan(t, p, end, &rest, accept, context);
+    if (at != end) return at;
+    p = rest;
+  }
+  for (Byte const* const last = end - (t.width - 1); p < last; ++p) {
+    if (t.buckets_at(p) != 0 && accept(p, context)) return p;
+  }
+  return end;
+}
+
+}  // namespace zelstr::findmany

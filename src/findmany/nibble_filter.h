@@ -1,0 +1,76 @@
+// nibble_filter.h - a vector filter of the places where one of a few dozen
+// strings may begin.
+//
+// The strings are dealt into eight buckets, and each of their first n
+// bytes (n from 1 to 3, no longer than the shortest string) is recorded as
+// two 16-entry tables per position: for a low nibble and for a high
+// nibble, the buckets of the strings whose byte at that position has that
+// nibble.  A text byte looks both of its nibbles up with one byte shuffle
+// each, sixteen or thirty-two bytes at a time, and the bucket bits of the
+// n bytes from a place are ANDed: a place survives when some bucket has a
+// string whose first n bytes each share both nibbles with the text's.  The
+// filter only ever passes too much, never too little, and a place that
+// survives is then checked exactly.  (The shuffle-table design is the one
+// published for Hyperscan's Teddy matcher.)
+//
+// Case folding and maps need no translation of the text: a string's byte
+// is recorded for every text byte whose image it is.
+//
+// The scan is written once over the vector width; the source files of the
+// instruction sets that have a byte shuffle (SSSE3, AVX2) instantiate it,
+// and the processor's features choose among them at run time.  Without one
+// the same tables are read byte by byte.
+#ifndef ZELSTR_FINDMANY_NIBBLE_FILTER_H
+#define ZELSTR_FINDMANY_NIBBLE_FILTER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zelstr::findmany {
+
+using Byte = unsigned char;
+
+struct NibbleTables {
+  int width = 0;          // n: the bytes of a place that are looked at (0: no filter)
+  Byte low[3][16] = {};   // per position: buckets by the low nibble
+  Byte high[3][16] = {};  // per position: buckets by the high nibble
+
+  // The buckets a place passes with (0: it begins no string).  Reads
+  // `width` bytes from `p`.
+  Byte buckets_at(Byte const* p) const {
+    Byte b = 0xFF;
+    for (int j = 0; j < width; ++j) b &= low[j][p[j] & 15] & high[j][p[j] >> 4];
+    return b;
+  }
+};
+
+// The tables for `images` (none empty), each byte recorded for every byte
+// whose image it is through `table`; width 0 (no filter) when the images
+// begin in more than kNibbleFilterMostPrefixes ways, where the filter
+// would pass nearly every place.
+inline constexpr std::size_t kNibbleFilterMostPrefixes = 64;
+NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, Byte const* table);
+
+// The exact test of a place that passed the filter, with its context.
+using Accept = bool (*)(Byte const* place, void const* context);
+
+// The first place in [p, end) that passes the filter and `accept`, or
+// `end`; only places with `width` bytes before `end` are looked at (no
+// string fits in the others).  The places that pass the filter are handed
+// to `accept` a vector at a time, in order, without scanning again.
+Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
+                       void const* context);
+
+// A scan over one instruction set: the first place in [p, end) that
+// passes, among those whose whole vector fits before `end`; `end` when no
+// such place passes, with `*rest` set to the first place not looked at.
+using NibbleScan = Byte const* (*)(NibbleTables const&, Byte const* p, Byte const* end,
+                                   Byte const** rest, Accept accept, void const* context);
+NibbleScan nibble_scan_ssse3();
+NibbleScan nibble_scan_avx2();
+
+}  // namespace zelstr::findmany
+
+#endif  // ZELSTR_FINDMANY_NIBBLE_FILTER_H
