@@ -1,8 +1,12 @@
-// CFindAllStr walking every occurrence (overlapping ones included) of a
+// CFindAllStr reporting every occurrence (overlapping ones included) of a
 // string in the SQL corpus (1 MB), beside repeated memmem from one byte
-// after each occurrence.  CFindAllStr tests one window per call, by design;
-// argument: the searched string's length.
+// after each occurrence:
+//   batch:    FindAll, every occurrence in one call (to a callback)
+//   findall:  the walk of FindByXOR, one window per call, by design
+// Argument: the searched string's length.
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -31,6 +35,18 @@ long walk_find_all(char const* text, char const* searched) {
   }
 }
 
+long batch_find_all(char const* text, char const* searched) {
+  CFindAllStr find(text, searched, 0);
+  long found = 0;
+  find.FindAll(
+      [](char const*, void* count) {
+        ++*static_cast<long*>(count);
+        return 1;
+      },
+      &found);
+  return found;
+}
+
 long walk_memmem(std::string const& text, std::string const& searched) {
   long found = 0;
   char const* const end = text.data() + text.size();
@@ -45,6 +61,30 @@ long walk_memmem(std::string const& text, std::string const& searched) {
 void register_all() {
   for (char const* searched : {"NULL", "customer_id", "sp_addextendedproperty"}) {
     long const m = static_cast<long>(std::strlen(searched));
+    if (batch_find_all(sql().c_str(), searched) != walk_memmem(sql(), searched)) {
+      std::fprintf(stderr, "bench_findall: FindAll and memmem disagree on %s\n", searched);
+      std::exit(1);
+    }
+    benchmark::RegisterBenchmark(
+        "batch:CFindAllStr",
+        [searched](State& state) {
+          for (auto _ : state) {
+            benchmark::DoNotOptimize(batch_find_all(sql().c_str(), searched));
+          }
+          state.SetBytesProcessed(state.iterations() * static_cast<long>(sql().size()));
+        })
+        ->Arg(m)
+        ->MinTime(0.2);
+    benchmark::RegisterBenchmark(
+        "batch:memmem",
+        [searched](State& state) {
+          for (auto _ : state) {
+            benchmark::DoNotOptimize(walk_memmem(sql(), searched));
+          }
+          state.SetBytesProcessed(state.iterations() * static_cast<long>(sql().size()));
+        })
+        ->Arg(m)
+        ->MinTime(0.2);
     benchmark::RegisterBenchmark(
         "findall:CFindAllStr",
         [searched](State& state) {

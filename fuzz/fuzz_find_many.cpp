@@ -1,7 +1,8 @@
 // Fuzzes the two many-strings searches: any strings, any text (in a heap
 // block of exactly its bytes, so a read past its length is caught), any
 // flags and a map or none.  Both report the same occurrences; each is a
-// string that is there, and they come in order.
+// string that is there, and they come in order.  CFindAllStr's one call
+// reports what its walk of windows reports, for the first string.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cstdint>
@@ -62,6 +63,22 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     require(i == 0 || a[i].at > a[i - 1].at);
     std::string const& s = strings[static_cast<std::size_t>(a[i].index)];
     require(!s.empty() && a[i].at + static_cast<long>(std::strlen(s.c_str())) <= length);
+  }
+  if (!strings.empty()) {
+    std::string const zero_terminated(block.get(), text.size());  // cut at its first zero
+    char const* const t = zero_terminated.c_str();
+    int const insensitive = flags & 1;
+    CFindAllStr walk(t, strings[0].c_str(), insensitive);
+    std::vector<char const*> walked;
+    for (std::size_t i = 0; i <= zero_terminated.size() + 1; ++i) {
+      if (char const* const at = walk.FindByXOR(0)) walked.push_back(at);
+    }
+    CFindAllStr batch(t, strings[0].c_str(), insensitive);
+    std::vector<char const*> found(walked.size() + 1);
+    int const n = batch.FindAll(found.data(), static_cast<int>(found.size()));
+    require(n == static_cast<int>(walked.size()));
+    for (int i = 0; i < n; ++i)
+      require(found[static_cast<std::size_t>(i)] == walked[static_cast<std::size_t>(i)]);
   }
   errsvc::clear();
   return 0;

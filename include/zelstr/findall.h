@@ -1,4 +1,5 @@
-// findall.h - every occurrence of a string in a text, one position per call.
+// findall.h - every occurrence of a string in a text, one position per call
+// or all of them in one.
 //
 //   CFindAllStr find(text, "aa", 0);
 //   for (;;) {
@@ -43,6 +44,24 @@ class ZELSTR_API CFindAllStr {
   char* FindByXOR(int jump) noexcept;
   char* FindByXOR() noexcept;  // FindByXOR(GetJumpQty())
 
+  // Every occurrence from the window after the one tested last, in one
+  // call: each is handed to `found` with `context`, in order; with
+  // `overlap` non-zero overlapping occurrences are all reported (as by
+  // FindByXOR(0)), with 0 the walk goes on behind each occurrence (as by a
+  // jump of the length less one).  The hash plays no part: after a negative
+  // jump nothing is missed.  Returns the number of occurrences reported.
+  // The walk is then finished, GetLastFindPos() on the last window of the
+  // text; when `found` returns 0 it stops at that occurrence instead,
+  // GetLastFindPos() on it, and the next call (or FindByXOR) goes on from
+  // there.  An empty searched string is reported once, at the text's start.
+  // A NULL `found`: the service's bad-argument warning (function
+  // "CFindAllStr::FindAll"), -1; after a bad construction: 0.
+  int FindAll(int (*found)(char const* at, void* context), void* context, int overlap = 1) noexcept;
+  // The same into `positions`, at most `capacity` of them: the walk stops at
+  // the last one stored when the array is full.  Returns the number stored;
+  // NULL `positions` or a negative `capacity`: warning, -1.
+  int FindAll(char const** positions, int capacity, int overlap = 1) noexcept;
+
   // The start of the window tested last (after a success, the occurrence).
   char const* GetLastFindPos() const noexcept;
 
@@ -57,6 +76,10 @@ class ZELSTR_API CFindAllStr {
   // `hash`, upper-cased when the search ignores case.
   unsigned char window_xor(unsigned char hash, int from, int to) const noexcept;
   unsigned char fold(char c) const noexcept;
+  // The first occurrence at or after `from`, or NULL.
+  char const* next_occurrence(char const* from) const noexcept;
+  // Leaves the walk on the occurrence at `at`, as FindByXOR does.
+  void stop_on(char const* at) noexcept;
 
   int state;             // 0 ready, 1 empty searched string, 2 text too short,
                          // 3 searching, 4 finished, 5 bad argument

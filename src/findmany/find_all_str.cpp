@@ -2,8 +2,10 @@
 #include <cctype>
 #include <cstring>
 
+#include "errsvc/errsvc.h"
 #include "frame/report.h"
 #include "platform/case_compare.h"
+#include "str/search/plan.h"
 #include "zelstr/findall.h"
 
 namespace {
@@ -119,6 +121,109 @@ char* CFindAllStr::FindByXOR(int jump) noexcept {
 }
 
 char* CFindAllStr::FindByXOR() noexcept { return FindByXOR(m_nJumpQty); }
+
+// Ignoring case, an occurrence is a place whose first character and
+// comparison agree as a window's do, found by a loop over the text.
+char const* CFindAllStr::next_occurrence(char const* from) const noexcept {
+  std::size_t const n = static_cast<std::size_t>(searchedLen);
+  for (char const* p = from; *p != '\0'; ++p) {
+    if (fold(*p) == searchedFirst && zelstr::platform::case_compare_n(p, searched, n) == 0) {
+      return p;
+    }
+  }
+  return nullptr;
+}
+
+void CFindAllStr::stop_on(char const* at) noexcept {
+  current = const_cast<char*>(at);
+  ahead = at + searchedLen;
+  windowHash = 0;
+  windowFirst = fold(*at);
+  state = kSearching;
+}
+
+int CFindAllStr::FindAll(int (*found)(char const*, void*), void* context, int overlap) noexcept {
+  if (found == nullptr) {
+    zelstr::frame::report(zelstr::frame::Unit::findmanystrhoary,
+                          zelstr::frame::Message{-1, 4, ErrHand_Msg_ERRSVC_BAD_ARGUMENT()},
+                          "CFindAllStr::FindAll");
+    return -1;
+  }
+  if (state == kEmptySearched) {
+    state = kFinished;
+    found(current, context);
+    return 1;
+  }
+  if (state != kReady && state != kSearching) {
+    if (state == kTextTooShort) state = kFinished;
+    return 0;
+  }
+  // The occurrences go to `found` from a visitor of the library's forward
+  // search (one pass over the text, case kept) or from the loop above.
+  struct Walk {
+    int (*found)(char const*, void*);
+    void* context;
+    std::size_t step;
+    int count;
+    char const* stopped;
+    static char const* visit(void* w, char const* at) {
+      auto& walk = *static_cast<Walk*>(w);
+      ++walk.count;
+      if (walk.found(at, walk.context) == 0) {
+        walk.stopped = at;
+        return nullptr;
+      }
+      return at + walk.step;
+    }
+  } walk{found, context, overlap != 0 ? 1 : static_cast<std::size_t>(searchedLen), 0, nullptr};
+  char const* from = current + 1;
+  char const* end = nullptr;
+  if (!caseInsensitive) {
+    zelstr::str::search::SearchState plain;
+    if (!zelstr::str::search::prepare(plain, searched, static_cast<std::uint32_t>(searchedLen))) {
+      return -1;  // no memory for the search (counted)
+    }
+    end = zelstr::str::search::find_all(from, searched, plain,
+                                        zelstr::str::search::Visitor{&Walk::visit, &walk});
+  } else {
+    for (char const* at = next_occurrence(from); at != nullptr; at = next_occurrence(at)) {
+      at = Walk::visit(&walk, at);
+      if (at == nullptr) break;
+    }
+    if (walk.stopped == nullptr) end = from + std::strlen(from);
+  }
+  if (walk.stopped != nullptr) {
+    stop_on(walk.stopped);
+    return walk.count;
+  }
+  // Exhausted: on the text's last window, as a walk of FindByXOR ends.
+  if (end - text >= searchedLen) current = const_cast<char*>(end - searchedLen);
+  ahead = end;
+  state = kFinished;
+  return walk.count;
+}
+
+int CFindAllStr::FindAll(char const** positions, int capacity, int overlap) noexcept {
+  if (positions == nullptr || capacity < 0) {
+    zelstr::frame::report(zelstr::frame::Unit::findmanystrhoary,
+                          zelstr::frame::Message{-1, 4, ErrHand_Msg_ERRSVC_BAD_ARGUMENT()},
+                          "CFindAllStr::FindAll");
+    return -1;
+  }
+  if (capacity == 0) return 0;
+  struct Array {
+    char const** positions;
+    int capacity;
+    int stored;
+  } array{positions, capacity, 0};
+  return FindAll(
+      [](char const* at, void* c) {
+        auto& a = *static_cast<Array*>(c);
+        a.positions[a.stored++] = at;
+        return a.stored < a.capacity ? 1 : 0;
+      },
+      &array, overlap);
+}
 
 char const* CFindAllStr::GetLastFindPos() const noexcept { return current; }
 

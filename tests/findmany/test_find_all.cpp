@@ -68,6 +68,61 @@ TEST(FindAll, WalksAgreeWithTheModel) {
   }
 }
 
+// The occurrences the batch call reports: those of a walk with jump 0
+// (overlapping), or with a jump of the length less one after each success.
+std::vector<long> walked_occurrences(std::string const& text, std::string const& searched,
+                                     bool insensitive, bool overlap) {
+  CFindAllStr find(text.c_str(), searched.c_str(), insensitive ? 1 : 0);
+  std::vector<long> out;
+  int jump = 0;
+  for (std::size_t call = 0; call < text.size() + 2; ++call) {
+    char const* const at = find.FindByXOR(jump);
+    jump = at != nullptr && !overlap ? static_cast<int>(searched.size()) - 1 : 0;
+    if (at != nullptr) out.push_back(at - text.c_str());
+  }
+  return out;
+}
+
+TEST(FindAll, OneCallReportsTheWalksOccurrences) {
+  std::mt19937 rng(37);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text, searched;
+    std::size_t const n = rng() % 80, m = 1 + rng() % 4;
+    for (std::size_t i = 0; i < n; ++i) text += "abAB"[rng() % (round % 2 ? 4 : 2)];
+    for (std::size_t i = 0; i < m; ++i) searched += "abAB"[rng() % (round % 2 ? 4 : 2)];
+    bool const insensitive = round % 4 >= 2, overlap = round % 3 != 0;
+    std::vector<long> const expected = walked_occurrences(text, searched, insensitive, overlap);
+    // Into an array just large enough, and through a callback that stops
+    // half-way and goes on with FindByXOR.
+    CFindAllStr all(text.c_str(), searched.c_str(), insensitive ? 1 : 0);
+    std::vector<char const*> positions(expected.size() + 1);
+    int const stored = all.FindAll(positions.data(), static_cast<int>(positions.size()), overlap);
+    ASSERT_EQ(static_cast<int>(expected.size()), stored) << text << " / " << searched;
+    for (int i = 0; i < stored; ++i) EXPECT_EQ(expected[i], positions[i] - text.c_str());
+    EXPECT_EQ(nullptr, all.FindByXOR(0));  // finished
+    CFindAllStr half(text.c_str(), searched.c_str(), insensitive ? 1 : 0);
+    struct Stop {
+      std::vector<long> seen;
+      char const* base;
+      std::size_t after;
+    } stop{{}, text.c_str(), expected.size() / 2 + 1};
+    half.FindAll(
+        [](char const* at, void* c) {
+          auto& s = *static_cast<Stop*>(c);
+          s.seen.push_back(at - s.base);
+          return s.seen.size() < s.after ? 1 : 0;
+        },
+        &stop, overlap);
+    int jump = !stop.seen.empty() && !overlap ? static_cast<int>(searched.size()) - 1 : 0;
+    for (std::size_t call = 0; call < text.size() + 2; ++call) {
+      char const* const at = half.FindByXOR(jump);
+      jump = at != nullptr && !overlap ? static_cast<int>(searched.size()) - 1 : 0;
+      if (at != nullptr) stop.seen.push_back(at - text.c_str());
+    }
+    ASSERT_EQ(expected, stop.seen) << text << " / " << searched;
+  }
+}
+
 TEST(FindAll, WorkedExamples) {
   std::vector<long> three = walk("aaaa", "aa", false, {0});
   EXPECT_EQ(std::vector<long>(three.begin(), three.begin() + 5),
@@ -130,6 +185,16 @@ TEST_F(FindAllWarnings, NullArguments) {
   EXPECT_EQ(no_text.FindByXOR(0), nullptr);
   CFindAllStr no_searched("abc", nullptr, 0);
   EXPECT_EQ(no_searched.FindByXOR(0), nullptr);
+  char const* positions[4];
+  EXPECT_EQ(0, no_text.FindAll(positions, 4));  // a bad construction: nothing, quietly
+  CFindAllStr fine("abab", "ab", 0);
+  EXPECT_EQ(-1, fine.FindAll(nullptr, 4));
+  EXPECT_EQ(-1, fine.FindAll(nullptr, nullptr));
+  EXPECT_EQ(2, fine.FindAll(positions, 4));
+  auto const bad = [] {
+    return zelstr::test::ExpectedWarning{-1, ErrHand_Msg_ERRSVC_BAD_ARGUMENT(), 4,
+                                         "findmanystrhoary", "CFindAllStr::FindAll"};
+  };
   EXPECT_TRUE(filed_exactly(
       {{75,
         "CFindAllStr::CFindAllStr() - Warning: <string1> given in argument was NULL: NULL will be "
@@ -138,7 +203,9 @@ TEST_F(FindAllWarnings, NullArguments) {
        {76,
         "CFindAllStr::CFindAllStr() - Warning: <string2> given in argument was NULL: NULL will be "
         "returned as result of forward search.",
-        4, "findmanystrhoary"}}));
+        4, "findmanystrhoary"},
+       bad(),
+       bad()}));
 }
 
 }  // namespace
