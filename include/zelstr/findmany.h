@@ -29,8 +29,10 @@
 // strings: it skips along the text with a shift table over the shortest
 // string's length and checks the strings that could start at a place by a
 // hash table per string length.  CFindManyStrHoary scales to many thousand
-// strings: a filter of the byte pairs strings begin with skips the places
-// where none can start, and a trie of the strings finds those that do.
+// strings: with strings that begin in at most 64 ways, a vector filter of
+// their first bytes skips 16 or 32 places at a time; then filters of the
+// first one, two and three bytes skip the places where none can start, and
+// a trie of the strings finds those that do.
 //
 // Bad arguments warn (the service's bad-argument text) and give the
 // fallback named: Add a NULL string or after Prepare: -1; Prepare twice or

@@ -72,6 +72,12 @@ constexpr Option kMapOptions[] = {
     {"--dump", nullptr, "print the characters the map changes instead of translating"},
 };
 constexpr Option kGrepOptions[] = {
+    {"-F", nullptr, "PATTERN is a list of words, one a line, searched all at once as they are"},
+    {"-e", "WORD", "with -F: a word to search for (repeatable); PATTERN is then a file"},
+    {"-f", "FILE", "with -F: the words to search for, one a line (repeatable; - for standard "
+                   "input); PATTERN is then a file"},
+    {"-w", nullptr, "with -F: whole words only, no letter, digit or _ on either side"},
+    {"-i", nullptr, "with -F: ignore the case of ASCII letters"},
     {"-o", nullptr, "print every match of each line, one a line, instead of the line"},
     {"-g", "N", "print what group N of the pattern matched in every match, one a line"},
     {"-n", nullptr, "print each line's number first"},
@@ -85,6 +91,8 @@ constexpr Option kGrepOptions[] = {
 };
 // The dialects of code, for the commands that read SQL code.
 constexpr Conflict kCodeConflicts[] = {{"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}};
+constexpr Conflict kGrepConflicts[] = {
+    {"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}, {"-F", "-g"}};
 constexpr Option kLikeOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--escape", "CHAR", "the escape character: the character after it stands for itself"},
@@ -100,6 +108,9 @@ constexpr Option kSubOptions[] = {
     {"--all", nullptr, "replace every match of each line, not only the first"},
 };
 constexpr Option kFindallOptions[] = {
+    {"-f", "FILE",
+     "count each word of FILE (one a line; repeatable; - for standard input) instead: a line "
+     "per word, its count and the word; PATTERN is then a file"},
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--no-overlap", nullptr, "skip occurrences that begin inside the one before"},
     {"--code-only", nullptr,
@@ -246,13 +257,20 @@ constexpr Command kCommands[] = {
      "0: text was translated; 1: the input was empty",
      run_map},
     {"grep",
-     "[-o] [-g N] [-n] [-c] [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
-     "print the lines that match a regular expression",
+     "[-F [-e WORD]... [-f FILE]... [-w] [-i]] [-o] [-g N] [-n] [-c] "
+     "[--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
+     "print the lines that match a regular expression or hold a word",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
      "regular expression of the library's engine: alternation |, groups ( ), * + ?,\n"
      "bracket lists such as [[:alpha:]_].  With -o (or -g N), prints instead each\n"
      "match of the line in turn (or what group N matched in it); empty matches,\n"
      "and matches in which group N is empty or takes no part, print nothing.\n"
+     "With -F, PATTERN is a list of plain words, one a line (or the words come\n"
+     "from -e and -f, and every operand is a file), all searched at once, as\n"
+     "grep -F does: a line is printed when it holds one of them (an empty word is\n"
+     "in every line); -o prints each occurrence, the leftmost first, then the\n"
+     "longest at a place; -w keeps only whole words (no letter, digit or _ next\n"
+     "to them), -i ignores the case of ASCII letters.\n"
      "With --code-only, each input is read whole and matched as hide shows it\n"
      "(comments and literals hidden; they may span lines), line by line, while\n"
      "the lines and matches printed are those of the input as written.\n",
@@ -260,7 +278,7 @@ constexpr Command kCommands[] = {
      {"printf 'EXEC sp_who\\nSELECT 1\\n' | zelstr grep -g 1 'EXEC (sp_[a-z]+)'", "sp_who\n"},
      kLinesFound,
      run_grep,
-     kCodeConflicts},
+     kGrepConflicts},
     {"like",
      "[-i] [--escape CHAR] [-n] [-c] PATTERN [FILE...]",
      "print the lines that are LIKE a SQL pattern",
@@ -302,12 +320,17 @@ constexpr Command kCommands[] = {
      "0: a line changed; 1: none did",
      run_sub},
     {"findall",
-     "[-i] [--no-overlap] [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
-     "print the offset of every occurrence of a string",
+     "[-f FILE]... [-i] [--no-overlap] [--code-only [--tsql|--oracle] [--quoted-id]] "
+     "PATTERN [FILE...]",
+     "print the offset of every occurrence of a string, or count each of many",
      "Prints the byte offset (from 0) of every occurrence of PATTERN in each file\n"
-     "(or in standard input), overlapping ones included, one a line.  With\n"
-     "--code-only, only the occurrences in SQL code: each input is searched as\n"
-     "hide shows it (comments and literals hidden), at the same offsets.\n",
+     "(or in standard input), overlapping ones included, one a line.  With -f, the\n"
+     "words of FILE (one a line) are all searched at once instead, and each\n"
+     "input gets a line per word: the number of its occurrences, a tab and the\n"
+     "word (with --no-overlap, an occurrence inside a longer one before it, or\n"
+     "of a shorter word at the same place, is not counted).  With --code-only,\n"
+     "only the occurrences in SQL code: each input is searched as hide shows it\n"
+     "(comments and literals hidden), at the same offsets.\n",
      kFindallOptions,
      {"printf 'aaaa' | zelstr findall aa", "0\n1\n2\n"},
      "0: an occurrence was found; 1: none was",

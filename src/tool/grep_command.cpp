@@ -1,5 +1,6 @@
 // grep_command.cpp - the grep subcommand: the lines that match a regular
-// expression of the library's engine, read a line at a time; or, with
+// expression of the library's engine, or with -F that hold one of a list of
+// words (searched all at once), read a line at a time; or, with
 // --code-only, matched in the input's code, read whole with its comments and
 // literals hidden.
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "tool/fixed_strings.h"
 #include "tool/input.h"
 #include "tool/sql_code.h"
 #include "tool/text_tools.h"
@@ -58,11 +60,67 @@ bool print_matches(Input const& in, char* line, std::size_t length, char const* 
   }
 }
 
+// Prints every occurrence of a word in `line`, as grep -F -o does: leftmost
+// first, the longest at a place, each behind the last.
+void print_words(Input const& in, std::string_view line, char const* written,
+                 FixedStrings const& words, LinePrinter& printer) {
+  bool any = false;
+  words.each(line, [&](std::size_t offset, std::size_t length, int) {
+    any = true;
+    printer.print_part(in, {written + offset, length});
+  });
+  if (!any && words.in(line)) printer.count_line(in);  // an empty word: no part to print
+}
+
+// grep -F: the words of -e and -f, or of PATTERN; -i, -w.
+int run_fixed_grep(Invocation& inv) {
+  FixedStrings words;
+  char const* const pattern = inv.operands().empty() ? nullptr : inv.operands()[0];
+  if (!words.read(inv, inv.flag("-e") || inv.flag("-f") ? nullptr : pattern, inv.flag("-i"),
+                  inv.flag("-w"))) {
+    return kError;
+  }
+  if (!words.from_options() && pattern == nullptr) return inv.usage_error("no pattern");
+  auto const names = inv.operands().subspan(words.from_options() ? 0 : 1);
+  CodeReading reading;
+  if (!read_dialect(inv, reading, "--code-only")) return kError;
+  reading.flags = ZEAL_HIDE_DEFAULT;
+  bool const code_only = inv.flag("--code-only");
+  LinePrinter printer(inv, names);
+  std::string text, hidden;
+  for_each_input(inv, names, [&](Input& in) {
+    if (code_only) {
+      if (!read_code(inv, in, reading, false, text, hidden)) {
+        printer.end_of(in);
+        return;
+      }
+      in.reread(std::move(hidden));
+    }
+    char* line;
+    std::size_t length;
+    while (in.next_line(line, length)) {
+      char const* const written = code_only ? text.data() + in.line_offset() : line;
+      std::string_view const view(line, length);
+      if (inv.flag("-o")) {
+        print_words(in, view, written, words, printer);
+      } else if (words.in(view)) {
+        printer.print_line(in, {written, length});
+      }
+    }
+    printer.end_of(in);
+  });
+  return inv.exit_status();
+}
+
 }  // namespace
 
-// grep [-o] [-g N] [-n] [-c] [--code-only [--tsql|--oracle] [--quoted-id]]
-// PATTERN [FILE...]
+// grep [-F [-e WORD]... [-f FILE]... [-w] [-i]] [-o] [-g N] [-n] [-c]
+// [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]
 int run_grep(Invocation& inv) {
+  if (inv.flag("-F")) return run_fixed_grep(inv);
+  for (char const* fixed_only : {"-e", "-f", "-w", "-i"}) {
+    if (inv.flag(fixed_only)) return inv.usage_error("option '%s' needs -F", fixed_only);
+  }
   if (inv.operands().empty()) return inv.usage_error("no pattern");
   Expression const re(inv.operands()[0]);
   if (re.get() == nullptr) {

@@ -177,6 +177,14 @@ char const* Invocation::value(char const* name) const {
   return found;
 }
 
+std::vector<char const*> Invocation::values(char const* name) const {
+  std::vector<char const*> all;
+  for (auto const& [option, value] : m_values) {
+    if (std::strcmp(option, name) == 0) all.push_back(value);
+  }
+  return all;
+}
+
 void Invocation::error(char const* format, ...) {
   va_list args;
   va_start(args, format);

@@ -35,6 +35,8 @@ class Invocation {
   // The option's value ("" for a flag given), the last one given wins;
   // nullptr when it was not given.
   char const* value(char const* name) const;
+  // Every value given to the option, in the order given.
+  std::vector<char const*> values(char const* name) const;
   Invocation(Invocation const&) = delete;
   Invocation& operator=(Invocation const&) = delete;
   std::span<char const* const> operands() const { return m_operands; }

@@ -82,7 +82,7 @@ class Installed(unittest.TestCase):
         probe = ('source "%s"; COMP_WORDS=(zelstr sq); COMP_CWORD=1; _zelstr; echo "${COMPREPLY[*]}";'
                  'COMP_WORDS=(zelstr grep -); COMP_CWORD=2; _zelstr; echo "${COMPREPLY[*]}"') % script
         out = subprocess.run(["bash", "-c", probe], capture_output=True).stdout.decode().splitlines()
-        self.assertEqual(["sqlcase", "-o -g -n -c --code-only --tsql --oracle --quoted-id -W --help"],
+        self.assertEqual(["sqlcase", "-F -e -f -w -i -o -g -n -c --code-only --tsql --oracle --quoted-id -W --help"],
                          out)
         self.assertIn("no command matches, counts,", man)  # the line-end rule
 
@@ -106,6 +106,43 @@ class Corpus(unittest.TestCase):
             want = [i for i in range(len(text)) if text.startswith(b"E", i)]
             got = zelstr("findall", "E", path).stdout.split()
             self.assertEqual(want, [int(x) for x in got], path)
+
+    def test_grep_F_prints_what_gnu_grep_prints(self):
+        # GNU grep -F in the C locale is the oracle, on the scripts with
+        # words taken from them (present ones, their prefixes, absent ones).
+        paths = text_scripts("tsql")[:8] + text_scripts("plsql")[:4]
+        words = sorted(set(re.findall(rb"[A-Za-z_][A-Za-z0-9_]{2,}", read(paths[0]))))[:40]
+        words += [w[:3] for w in words[:10]] + [b"zq_absent", b"Customer", b"END"]
+        with tempfile.TemporaryDirectory() as d:
+            listed = os.path.join(d, "words.txt")
+            with open(listed, "wb") as f:
+                f.write(b"\n".join(words) + b"\n")
+            env = dict(os.environ, LC_ALL="C")
+            for options in (["-F", "-f", listed], ["-F", "-i", "-f", listed], ["-F", "-w", "-f", listed],
+                            ["-F", "-o", "-f", listed], ["-F", "-o", "-w", "-i", "-f", listed],
+                            ["-F", "-c", "-n", "-e", "select", "-e", "FROM"],
+                            ["-F", "-n", "-i", "-e", "end"], ["-F", "-o", "-i", "select\nfrom"]):
+                for path in paths:
+                    want = subprocess.run(["grep", *options, path], capture_output=True, env=env)
+                    got = zelstr("grep", *options, path)
+                    self.assertEqual(want.stdout, got.stdout, "%s %s" % (options, path))
+                    self.assertEqual(want.returncode, got.returncode, "%s %s" % (options, path))
+
+    def test_findall_f_counts_each_word_as_a_model_counts(self):
+        path = text_scripts("tsql")[0]
+        text = read(path)
+        words = [b"SELECT", b"SEL", b"FROM", b"from", b"zq_absent", b"EL"]
+        with tempfile.TemporaryDirectory() as d:
+            listed = os.path.join(d, "words.txt")
+            with open(listed, "wb") as f:
+                f.write(b"\n".join(words) + b"\n")
+            for insensitive in (False, True):
+                t = text.lower() if insensitive else text
+                want = b"".join(b"%d\t%s\n" % (
+                    sum(1 for i in range(len(t)) if t.startswith(w.lower() if insensitive else w, i)), w)
+                    for w in words)
+                got = zelstr("findall", "-f", listed, *(["-i"] if insensitive else []), path)
+                self.assertEqual(want, got.stdout, insensitive)
 
     def test_sqlcase_changes_only_case_and_keeps_what_it_keeps(self):
         for path in scripts("tsql"):

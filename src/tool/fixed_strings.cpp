@@ -1,0 +1,75 @@
+// fixed_strings.cpp - reading and searching the words of grep -F and
+// findall -f.
+#include "tool/fixed_strings.h"
+
+#include <cstdio>
+#include <cstring>
+#include <new>
+
+#include "tool/input.h"
+#include "tool/out_of_memory.h"
+
+namespace zelstr::tool {
+namespace {
+
+// grep's word constituents.
+constexpr char kWordCharacters[] = "[A-Za-z0-9_]";
+
+// Appends the lines of `text` (a last line without its end, and a CR before
+// an LF, are lines as grep reads them).
+void add_lines(std::string_view text, std::vector<std::string>& out) {
+  while (!text.empty()) {
+    std::size_t const lf = text.find('\n');
+    std::string_view line = text.substr(0, lf);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    out.emplace_back(line);
+    if (lf == std::string_view::npos) break;
+    text.remove_prefix(lf + 1);
+  }
+}
+
+}  // namespace
+
+bool FixedStrings::add_file(Invocation& inv, char const* name) {
+  Input in(inv, name);
+  if (!in.ok()) return false;
+  std::string text;
+  for (std::string_view b; !(b = in.next_block()).empty();) text.append(b);
+  if (!in.ok()) return false;
+  add_lines(text, m_words);
+  return true;
+}
+
+bool FixedStrings::read(Invocation& inv, char const* pattern, bool insensitive, bool words,
+                        bool overlap) {
+  for (char const* word : inv.values("-e")) m_words.emplace_back(word);
+  for (char const* file : inv.values("-f")) {
+    if (!add_file(inv, file)) return false;
+  }
+  m_from_options = inv.flag("-e") || inv.flag("-f");
+  if (!m_from_options && pattern != nullptr) add_lines(pattern, m_words);
+  if (!m_from_options && pattern != nullptr && *pattern == '\0') m_words.emplace_back();
+  m_search.reset(new (std::nothrow) CFindManyStrHoary);
+  bool added = m_search != nullptr;
+  for (std::string const& w : m_words) {
+    added = added && m_search->Add(w.c_str()) >= 0;
+    m_lengths.push_back(w.size());
+    m_has_empty = m_has_empty || w.empty();
+  }
+  int const flags = (insensitive ? ZEAL_MANY_ICASE : 0) | (words ? ZEAL_MANY_WORDS : 0) |
+                    (overlap ? ZEAL_MANY_OVERLAP : 0);
+  if (!added || m_search->Prepare(flags, nullptr, words ? kWordCharacters : nullptr) != 1) {
+    note_out_of_memory();
+    inv.error("out of memory");
+    return false;
+  }
+  return true;
+}
+
+bool FixedStrings::in(std::string_view line) const {
+  if (m_has_empty) return true;
+  int index = -1;
+  return m_search->Find(line.data(), &index, static_cast<long>(line.size())) != nullptr;
+}
+
+}  // namespace zelstr::tool

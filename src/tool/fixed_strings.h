@@ -1,0 +1,63 @@
+// fixed_strings.h - the words of grep -F and findall -f: read from -e
+// options, from -f files (one word a line) or from the pattern operand (one
+// word a line, as grep splits it), and searched all at once with
+// CFindManyStrHoary.
+#ifndef ZELSTR_TOOL_FIXED_STRINGS_H
+#define ZELSTR_TOOL_FIXED_STRINGS_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tool/invocation.h"
+#include "zelstr/findmany.h"
+
+namespace zelstr::tool {
+
+class FixedStrings {
+ public:
+  // The words of -e and -f, or, when neither is given and `pattern` is not
+  // NULL, the lines of `pattern`.  ASCII case ignored with `insensitive`,
+  // whole words only (no letter, digit or underscore on either side) with
+  // `words`; every occurrence (`overlap`) or each behind the last.  False,
+  // reported, when a file of words cannot be read or memory runs out.
+  bool read(Invocation& inv, char const* pattern, bool insensitive, bool words,
+            bool overlap = false);
+
+  // Whether the words were read from -e or -f (the operands are then all
+  // files).
+  bool from_options() const { return m_from_options; }
+  std::vector<std::string> const& words() const { return m_words; }
+
+  // Whether the line holds a word; an empty word is in every line.
+  bool in(std::string_view line) const;
+
+  // Calls `each(offset, length, index)` for every occurrence in `text`,
+  // leftmost first, then the longest at a place; each behind the last, or
+  // every place with `overlap`.  Empty words have no occurrences.
+  template <class Each>
+  void each(std::string_view text, Each each) const {
+    int index = -1;
+    long const length = static_cast<long>(text.size());
+    for (char const* at = m_search->Find(text.data(), &index, length); at != nullptr;
+         at = m_search->FindNext(&index)) {
+      each(static_cast<std::size_t>(at - text.data()), m_lengths[static_cast<std::size_t>(index)],
+           index);
+    }
+  }
+
+ private:
+  bool add_file(Invocation& inv, char const* name);
+
+  std::vector<std::string> m_words;
+  std::vector<std::size_t> m_lengths;
+  std::unique_ptr<CFindManyStrHoary> m_search;
+  bool m_from_options = false;
+  bool m_has_empty = false;
+};
+
+}  // namespace zelstr::tool
+
+#endif  // ZELSTR_TOOL_FIXED_STRINGS_H
