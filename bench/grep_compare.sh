@@ -35,7 +35,7 @@ best() {
   local b=999 t s e
   for _ in 1 2 3 4 5; do
     s=$(date +%s.%N)
-    "$@" >/dev/null
+    "$@" >"$work/out"  # not /dev/null: GNU grep stops at the first match then
     e=$(date +%s.%N)
     t=$(echo "$e - $s" | bc)
     b=$(echo "if ($t < $b) $t else $b" | bc)
