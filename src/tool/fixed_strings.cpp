@@ -55,6 +55,7 @@ bool FixedStrings::read(Invocation& inv, char const* pattern, bool insensitive, 
     added = added && m_search->Add(w.c_str()) >= 0;
     m_lengths.push_back(w.size());
     m_has_empty = m_has_empty || w.empty();
+    m_spans_lines = m_spans_lines || w.find_first_of("\r\n") != std::string::npos;
   }
   int const flags = (insensitive ? ZEAL_MANY_ICASE : 0) | (words ? ZEAL_MANY_WORDS : 0) |
                     (overlap ? ZEAL_MANY_OVERLAP : 0);
@@ -70,6 +71,12 @@ bool FixedStrings::in(std::string_view line) const {
   if (m_has_empty) return true;
   int index = -1;
   return m_search->Find(line.data(), &index, static_cast<long>(line.size())) != nullptr;
+}
+
+char const* FixedStrings::find(char const* text, std::size_t length, char const* from) const {
+  if (m_has_empty) return from;
+  int index = -1;
+  return m_search->Find(text, &index, static_cast<long>(length), from);
 }
 
 }  // namespace zelstr::tool

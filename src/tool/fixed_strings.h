@@ -34,6 +34,13 @@ class FixedStrings {
   // Whether the line holds a word; an empty word is in every line.
   bool in(std::string_view line) const;
 
+  // The first occurrence in the `length` bytes of `text` at or after
+  // `from`, or NULL; with an empty word, `from` itself.
+  char const* find(char const* text, std::size_t length, char const* from) const;
+
+  // Whether a word holds a line end: then it must be searched line by line.
+  bool spans_lines() const { return m_spans_lines; }
+
   // Calls `each(offset, length, index)` for every occurrence in `text`,
   // leftmost first, then the longest at a place; each behind the last, or
   // every place with `overlap`.  Empty words have no occurrences.
@@ -56,6 +63,7 @@ class FixedStrings {
   std::unique_ptr<CFindManyStrHoary> m_search;
   bool m_from_options = false;
   bool m_has_empty = false;
+  bool m_spans_lines = false;
 };
 
 }  // namespace zelstr::tool

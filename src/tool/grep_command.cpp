@@ -11,6 +11,7 @@
 
 #include "tool/fixed_strings.h"
 #include "tool/input.h"
+#include "tool/line_search.h"
 #include "tool/sql_code.h"
 #include "tool/text_tools.h"
 #include "zelstr/codehide.h"
@@ -88,7 +89,27 @@ int run_fixed_grep(Invocation& inv) {
   bool const code_only = inv.flag("--code-only");
   LinePrinter printer(inv, names);
   std::string text, hidden;
+  bool const parts = inv.flag("-o");
   for_each_input(inv, names, [&](Input& in) {
+    // A stretch of lines at a time, unless the code must be read whole or a
+    // word holds a line end (a line never does).
+    if (!code_only && !words.spans_lines()) {
+      for_each_hit_line(
+          in, inv.flag("-n"),
+          [&](Lines const& lines, char const* from) {
+            return words.find(lines.text, lines.length, from);
+          },
+          [&](PickedLine const& line) {
+            if (parts) {
+              print_words(in, line.text, line.text.data(), words, printer);
+            } else {
+              printer.print_line(in, line.text);
+            }
+            return true;
+          });
+      printer.end_of(in);
+      return;
+    }
     if (code_only) {
       if (!read_code(inv, in, reading, false, text, hidden)) {
         printer.end_of(in);
@@ -101,7 +122,7 @@ int run_fixed_grep(Invocation& inv) {
     while (in.next_line(line, length)) {
       char const* const written = code_only ? text.data() + in.line_offset() : line;
       std::string_view const view(line, length);
-      if (inv.flag("-o")) {
+      if (parts) {
         print_words(in, view, written, words, printer);
       } else if (words.in(view)) {
         printer.print_line(in, {written, length});

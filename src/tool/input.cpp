@@ -10,6 +10,15 @@
 namespace zelstr::tool {
 namespace {
 
+// The last `c` of the `n` bytes at `from`, or NULL (memrchr, which not
+// every C library has); lines are short, so the walk back is too.
+char const* last_of(char const* from, std::size_t n, char c) {
+  for (char const* p = from + n; p > from;) {
+    if (*--p == c) return p;
+  }
+  return nullptr;
+}
+
 char const* display_name(char const* name) {
   return std::strcmp(name, "-") == 0 ? "(standard input)" : name;
 }
@@ -100,6 +109,87 @@ bool Input::next_line(char*& line, std::size_t& length) {
   m_line_end = "";
   ++m_line_number;
   return true;
+}
+
+bool Input::next_lines(Lines& lines, bool numbered) {
+  if (m_covered_at != std::string::npos) {  // the byte the last stretch's terminator covered
+    m_buffer[m_covered_at] = m_covered;
+    m_covered_at = std::string::npos;
+  }
+  std::size_t searched = m_start;  // no line feed before here (but the stretch's own)
+  for (;;) {
+    if (m_buffer.size() - m_start >= kStretch || m_ended) {
+      char const* const from = m_buffer.data() + searched;
+      char const* const lf = last_of(from, m_buffer.size() - searched, '\n');
+      std::size_t end = lf != nullptr ? static_cast<std::size_t>(lf - m_buffer.data()) + 1
+                        : m_ended     ? m_buffer.size()
+                                      : std::string::npos;
+      if (end != std::string::npos) {
+        if (end == m_start) return false;  // nothing left
+        lines.text = m_buffer.data() + m_start;
+        lines.length = end - m_start;
+        lines.offset = m_offset + m_start;
+        lines.first_line = m_stretch_lines + 1;
+        if (numbered) {
+          for (char const* p = lines.text;
+               (p = static_cast<char const*>(std::memchr(p, '\n', lines.text + lines.length - p)));
+               ++p) {
+            ++m_stretch_lines;
+          }
+        }
+        if (end < m_buffer.size()) {
+          m_covered = m_buffer[end];
+          m_covered_at = end;
+          m_buffer[end] = '\0';
+        }  // else the string's own terminator follows
+        m_start = end;
+        return true;
+      }
+      searched = m_buffer.size();  // a line longer than the stretch: read on
+    }
+    std::size_t const kept = searched - m_start;
+    if (!fill()) {
+      if (m_failed) return false;
+      searched = m_start + kept;
+      continue;  // ended: the rest is the last line
+    }
+    searched = m_start + kept;
+  }
+}
+
+void Input::pick(PickedLine const& line) {
+  m_picked = line;
+  m_line_number = line.number != 0 ? line.number : m_line_number;
+  m_line_offset = line.offset;
+  m_line_end = line.end;
+}
+
+PickedLine LineLocator::line_at(char const* at) {
+  char const* const text = m_lines.text;
+  char const* const before = last_of(text, static_cast<std::size_t>(at - text), '\n');
+  char const* const start = before != nullptr ? before + 1 : text;
+  auto const* lf = static_cast<char const*>(std::memchr(at, '\n', text + m_lines.length - at));
+  char const* const end = lf != nullptr ? lf : text + m_lines.length;
+  std::size_t length = static_cast<std::size_t>(end - start);
+  std::string_view line_end = lf != nullptr ? "\n" : "";
+  if (lf != nullptr && length > 0 && start[length - 1] == '\r') {
+    --length;
+    line_end = "\r\n";
+  }
+  std::uint64_t number = 0;
+  if (m_numbered) {
+    std::uint64_t feeds = 0;
+    for (char const* p = m_counted; p < start; ++p) feeds += *p == '\n';
+    m_number += feeds;
+    m_counted = start;
+    number = m_number;
+  }
+  return PickedLine{
+      {start, length}, line_end, m_lines.offset + static_cast<std::uint64_t>(start - text), number};
+}
+
+char const* LineLocator::after(PickedLine const& line) const {
+  return line.text.data() + line.text.size() + line.end.size();
 }
 
 bool Input::read_rest(std::string& text) {

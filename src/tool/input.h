@@ -19,9 +19,31 @@
 
 namespace zelstr::tool {
 
+// A stretch of whole lines of an input, handed out by Input::next_lines:
+// zero-terminated in place, so that the library's searches run over many
+// lines in one call.
+struct Lines {
+  char* text = nullptr;
+  std::size_t length = 0;        // up to and including its last line feed,
+                                 // or to the input's end
+  std::uint64_t offset = 0;      // of text[0] in the input
+  std::uint64_t first_line = 0;  // the number of its first line, when numbered
+};
+
+// One line picked out of an input: what a command prints or counts.
+struct PickedLine {
+  std::string_view text;  // without its end
+  std::string_view end;   // "\n", "\r\n", or "" for a last line without one
+  std::uint64_t offset;   // of its first byte in the input: it tells lines apart
+  std::uint64_t number;   // from 1, when the lines are numbered (else 0)
+};
+
 class Input {
  public:
   static constexpr std::size_t kBlock = 1 << 16;
+  // What next_lines gathers before it cuts at a line end: large enough that
+  // a search runs long between calls, small enough to stay in the cache.
+  static constexpr std::size_t kStretch = 1 << 18;
 
   // `name` is a file, or "-" for standard input.  A file that cannot be
   // opened is reported on `invocation` (ok() is then false).
@@ -48,6 +70,19 @@ class Input {
   // The offset in the input of the line next_line gave last.
   std::uint64_t line_offset() const { return m_line_offset; }
 
+  // The next stretch of whole lines (about kStretch bytes, more for a longer
+  // line; the last one may lack its line feed), zero-terminated in place
+  // until the next call; false at the end or on an error (reported).  With
+  // `numbered`, first_line is the number of its first line (the lines are
+  // counted, which costs a pass over them).  Not to be mixed with
+  // next_line.
+  bool next_lines(Lines& lines, bool numbered);
+
+  // The line picked out of `lines` as current (for line_number, line_end
+  // and the printers), with the numbers kept by next_lines.
+  void pick(PickedLine const& line);
+  PickedLine const& picked() const { return m_picked; }
+
   // Appends what is left of the input to `text`; false on an error
   // (reported), with `text` holding what was read before it.
   bool read_rest(std::string& text);
@@ -71,6 +106,31 @@ class Input {
   std::uint64_t m_line_number = 0;
   std::uint64_t m_line_offset = 0;
   std::string_view m_line_end;
+  // next_lines: the byte its terminator covers (put back at the next call)
+  // and where, or npos when none is covered.
+  std::uint64_t m_stretch_lines = 0;  // the lines next_lines has handed out
+  char m_covered = '\0';
+  std::size_t m_covered_at = std::string::npos;
+  PickedLine m_picked{};
+};
+
+// Finds the lines of a stretch that a search hit, and numbers them when
+// asked, counting line feeds only over the text between hits.
+class LineLocator {
+ public:
+  LineLocator(Lines const& lines, bool numbered)
+      : m_lines(lines), m_numbered(numbered), m_counted(lines.text), m_number(lines.first_line) {}
+
+  // The line that holds `at` (a position in the stretch).
+  PickedLine line_at(char const* at);
+  // The start of the line after `line` (the stretch's end after its last).
+  char const* after(PickedLine const& line) const;
+
+ private:
+  Lines const& m_lines;
+  bool m_numbered;
+  char const* m_counted;   // line feeds before here are counted
+  std::uint64_t m_number;  // the number of the line that starts at m_counted
 };
 
 // Runs `each(input)` on every operand as a file, or on standard input when

@@ -58,10 +58,10 @@ LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
       m_numbers(inv.flag("-n")),
       m_count_only(inv.flag("-c")) {}
 
-// Line numbers start from 1 in each input: 0 is no line.
+// A line is known by its offset in the input (plus one: 0 is no line).
 void LinePrinter::count_line(Input const& in) {
-  if (m_counted_line == in.line_number()) return;
-  m_counted_line = in.line_number();
+  if (m_counted_line == in.line_offset() + 1) return;
+  m_counted_line = in.line_offset() + 1;
   m_inv.found();
   ++m_count;
 }

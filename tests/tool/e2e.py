@@ -144,6 +144,36 @@ class Corpus(unittest.TestCase):
                 got = zelstr("findall", "-f", listed, *(["-i"] if insensitive else []), path)
                 self.assertEqual(want, got.stdout, insensitive)
 
+    def test_stretches_of_lines_cut_only_at_line_ends(self):
+        # find and grep -F read stretches of lines: matches, CR LF ends and
+        # long lines across the reader's block edges (64 KiB) and stretch
+        # edges (256 KiB), a last line without its end, an empty input;
+        # GNU grep -F, a line at a time, is the oracle.
+        rng = random.Random(29)
+        pieces = []
+        size = 0
+        for edge in (1 << 16, 1 << 17, 1 << 18, 3 << 18):
+            filler = b"x" * (edge - size - 5 - rng.randrange(3))
+            pieces += [filler, b"needle\r\n"]
+            size += len(filler) + 8
+        long_line = b"y" * (600 << 10) + b"needle" + b"y" * 100 + b"\n"
+        texts = [b"".join(pieces) + long_line + b"last needle",
+                 b"".join(pieces) + b"\n" * 1000 + b"NEEDLE\r\n",
+                 b"", b"needle", b"\n\nneedle\n"]
+        env = dict(os.environ, LC_ALL="C")
+        with tempfile.TemporaryDirectory() as d:
+            path = os.path.join(d, "text")
+            for text in texts:
+                with open(path, "wb") as f:
+                    f.write(text)
+                for options in (["-n"], ["-c"], ["-i", "-n"]):
+                    want = subprocess.run(["grep", "-F", *options, "needle", path],
+                                          capture_output=True, env=env)
+                    for command in (["find"], ["grep", "-F"]):
+                        got = zelstr(*command, *options, "needle", path)
+                        self.assertEqual(want.stdout, got.stdout, "%s %s" % (command, options))
+                        self.assertEqual(want.returncode, got.returncode)
+
     def test_sqlcase_changes_only_case_and_keeps_what_it_keeps(self):
         for path in scripts("tsql"):
             text = read(path)

@@ -1,0 +1,35 @@
+// line_search.h - the searching commands over an input a stretch of lines
+// at a time: one search runs through many lines, and only the lines it
+// hits are looked at, one by one.  Lines are numbered only when asked.
+#ifndef ZELSTR_TOOL_LINE_SEARCH_H
+#define ZELSTR_TOOL_LINE_SEARCH_H
+
+#include "tool/input.h"
+
+namespace zelstr::tool {
+
+// `next(lines, from)` gives the first hit at or after `from` in the
+// stretch, or NULL; each line that holds a hit is made the input's current
+// line and handed to `take(line)` once (false stops the input), and the
+// search goes on at the line after it.  A hit must lie in one line: the
+// searches given here never match a line end.
+template <class Next, class Take>
+void for_each_hit_line(Input& in, bool numbered, Next next, Take take) {
+  Lines lines;
+  while (in.next_lines(lines, numbered)) {
+    LineLocator locate(lines, numbered);
+    char const* const end = lines.text + lines.length;
+    for (char const* from = lines.text; from < end;) {
+      char const* const at = next(lines, from);
+      if (at == nullptr) break;
+      PickedLine const line = locate.line_at(at);
+      in.pick(line);
+      if (!take(line)) return;
+      from = locate.after(line);
+    }
+  }
+}
+
+}  // namespace zelstr::tool
+
+#endif  // ZELSTR_TOOL_LINE_SEARCH_H
