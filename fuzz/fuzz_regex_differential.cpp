@@ -4,9 +4,12 @@
 // results, give the same answer and the same range for every group, from
 // any starting offset.  The walk is given a step limit, past which it gives
 // up and that subject is compared between the two linear matchers only.
+// Tcl_RegExpFindLine finds, in each subject taken as lines, the lines the
+// automata find matching each line alone.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -38,6 +41,22 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     require(match_outcome(Strategy::kPike, re, subject, from) == automata);
     std::vector<long> const walk = match_outcome(Strategy::kWalk, re, subject, from);
     require(walk[0] == zelstr::regex::kWalkGaveUp || walk == automata);
+    // The subject's lines (cut at its first zero byte), each alone and all
+    // at once.
+    std::string const text(subject.c_str());
+    char const* const t = text.c_str();
+    char const* found = Tcl_RegExpFindLine(re, t);
+    for (char const* line = t; *line != '\0';) {
+      char const* const lf = std::strchr(line, '\n');
+      std::size_t length = lf != nullptr ? static_cast<std::size_t>(lf - line) : std::strlen(line);
+      if (lf != nullptr && length > 0 && line[length - 1] == '\r') --length;
+      bool const matches = Tcl_RegExpMatch(std::string(line, length).c_str(), re) == 1;
+      require(matches == (found == line));
+      if (matches) found = lf != nullptr ? Tcl_RegExpFindLine(re, lf + 1) : nullptr;
+      if (lf == nullptr) break;
+      line = lf + 1;
+    }
+    require(found == nullptr);
   }
   zelstr::regex::set_strategy(Strategy::kAuto);
   zelstr::regex::set_walk_limit(0);

@@ -4,7 +4,8 @@
 // adapted it, found in time linear in the subject for every pattern: the
 // compiled program is run as a forward automaton (where the match ends), a
 // reverse one (where it starts) and, for the group ranges, a search of the
-// match that never tries a state twice at one position.  The automata of an
+// match that never tries a state twice at one position; Tcl_RegExpFindLine
+// runs a third automaton, of matching lines.  The automata of an
 // expression are made as subjects need them and kept in a cache of at most
 // 1 MB each (emptied and rebuilt when full); the group search uses at most
 // 1 MB more.  Syntax:
@@ -87,6 +88,22 @@ ZELSTR_API int Tcl_RegExpMatch(Tcl_Interp* interp, char const* string, char cons
 // used.
 ZELSTR_API int Tcl_RegExpExec(Tcl_Interp* interp, Tcl_RegExp_* re, char const* string,
                               char const* start) noexcept;
+
+// The first line, from the line that begins at `string` on, that `re`
+// matches as Tcl_RegExpMatch would match that line alone (from its start,
+// where '^' holds, to its end, where '$' holds): the line's start, or NULL
+// when no line does.  A line ends at a line feed, or at a carriage return
+// just before one (neither is part of it), or at the terminator; the
+// terminator begins no line (an empty text has none, and a text that ends
+// with a line end has no empty line after it).  The text
+// is read once, by an automaton of matching lines kept with the expression
+// (its states and transitions in at most 1 MB, emptied when full); an
+// expression the automata cannot run is matched a line at a time.  No
+// group range is set.  NULL also on an error, with the error text set
+// ("Invalid NULL parameter." for a NULL argument).  For a caller that
+// wants the matching lines of a long text, one call per matching line
+// replaces a match per line.
+ZELSTR_API char const* Tcl_RegExpFindLine(Tcl_RegExp_* re, char const* string) noexcept;
 
 // The start and end of group `index` (0: the whole match) of the last match,
 // NULL for a group that took no part; for index 0 of an expression with an

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
+#include <string>
 
 #include "frame/messages.h"
 #include "regex/automata.h"
@@ -154,6 +156,38 @@ int Tcl_RegExpMatch(char const* string, int length, Tcl_RegExp_* re) noexcept {
 
 int Tcl_RegExpMatch(Tcl_Interp*, char const* string, char const*, Tcl_RegExp_* re) noexcept {
   return Tcl_RegExpMatch(string, re);
+}
+
+char const* Tcl_RegExpFindLine(Tcl_RegExp_* re, char const* string) noexcept {
+  clear_error();
+  if (string == nullptr || re == nullptr) {
+    set_error(msg::kReNullParameter);
+    return nullptr;
+  }
+  if (static_cast<unsigned char>(re->program[0]) != kCheckByte) {
+    set_error(msg::kReCorruptedProgram);
+    return nullptr;
+  }
+  try {
+    if (re->automata != nullptr) return re->automata->lines(re).first_matching_line(string);
+    // The walk alone runs this program: each line matched on a copy of it.
+    std::string line;
+    for (char const* p = string; *p != '\0';) {
+      char const* const lf = std::strchr(p, '\n');
+      std::size_t length = lf != nullptr ? static_cast<std::size_t>(lf - p) : std::strlen(p);
+      if (lf != nullptr && length > 0 && p[length - 1] == '\r') --length;
+      line.assign(p, length);
+      int const r = Tcl_RegExpMatch(line.c_str(), re);
+      if (r == 1) return p;
+      if (r == -1 || lf == nullptr) return nullptr;
+      p = lf + 1;
+    }
+    return nullptr;
+  } catch (std::bad_alloc const&) {
+    if (re->automata != nullptr) re->automata->forget();
+    set_out_of_space();
+    return nullptr;
+  }
 }
 
 int Tcl_RegExpRange(Tcl_RegExp_* re, int index, char const** start, char const** end) noexcept {

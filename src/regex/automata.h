@@ -1,12 +1,14 @@
 // automata.h - what an expression keeps for the linear matchers: its
 // instructions, made when it is compiled, and the two automata made from
-// them on the first match that needs them.
+// them on the first match that needs them (and the automaton of matching
+// lines, on the first search for lines).
 #ifndef ZELSTR_REGEX_AUTOMATA_H
 #define ZELSTR_REGEX_AUTOMATA_H
 
 #include <memory>
 
 #include "regex/dfa.h"
+#include "regex/line_dfa.h"
 #include "regex/linear.h"
 #include "regex/nfa.h"
 
@@ -23,6 +25,10 @@ struct Automata {
     if (!m_reverse) m_reverse = std::make_unique<Dfa>(*nfa, re, Dfa::Direction::kReverse);
     return *m_reverse;
   }
+  LineDfa& lines(Tcl_RegExp_ const* re) {
+    if (!m_lines) m_lines = std::make_unique<LineDfa>(*nfa, re);
+    return *m_lines;
+  }
 
   // Drops both automata (they are made again when needed): after a
   // std::bad_alloc in the middle of adding a state, their tables no longer
@@ -30,6 +36,7 @@ struct Automata {
   void forget() noexcept {
     m_forward.reset();
     m_reverse.reset();
+    m_lines.reset();
   }
 
   std::unique_ptr<Nfa> const nfa;
@@ -37,6 +44,7 @@ struct Automata {
 
  private:
   std::unique_ptr<Dfa> m_forward, m_reverse;
+  std::unique_ptr<LineDfa> m_lines;
 };
 
 }  // namespace zelstr::regex

@@ -31,28 +31,6 @@ constexpr std::size_t kStateOverhead = 96;
 constexpr int kMostFirstBytes = 24;
 constexpr int kShortFirstList = 16;
 
-// The literals of the expression's single top-level alternative, if it has
-// one: the one its chain begins with, and the longest one on its chain.
-// The chain runs through groups (a group without alternatives is passed
-// through) but not into the operands of loops and alternatives, so every
-// match holds each literal it meets.
-void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest) {
-  char const* node = first_node(re);
-  if (op(node) != kBranch || op(next_node(node)) != kEnd) return;
-  node = operand(node);
-  bool first = true;
-  for (int steps = 0; node != nullptr && op(node) != kEnd && steps < 10000; ++steps) {
-    unsigned char const code = op(node);
-    if (code == kExactly) {
-      std::string const literal = operand(node);
-      if (first) prefix = literal;
-      if (literal.size() > longest.size()) longest = literal;
-    }
-    if (!is_open(code)) first = false;
-    node = next_node(node);
-  }
-}
-
 }  // namespace
 
 Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)

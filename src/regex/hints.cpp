@@ -2,6 +2,7 @@
 #include "regex/hints.h"
 
 #include <cstring>
+#include <string>
 
 #include "regex/program.h"
 #include "regex/record.h"
@@ -109,6 +110,28 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional) {
   re->first_bytes = ByteSet{};
   re->first_bytes_known = first_bytes(first_node(re), re->first_bytes, 0);
   set_follow_sets(re);
+}
+
+// The literals of the expression's single top-level alternative, if it has
+// one: the one its chain begins with, and the longest one on its chain.
+// The chain runs through groups (a group without alternatives is passed
+// through) but not into the operands of loops and alternatives, so every
+// match holds each literal it meets.
+void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest) {
+  char const* node = first_node(re);
+  if (op(node) != kBranch || op(next_node(node)) != kEnd) return;
+  node = operand(node);
+  bool first = true;
+  for (int steps = 0; node != nullptr && op(node) != kEnd && steps < 10000; ++steps) {
+    unsigned char const code = op(node);
+    if (code == kExactly) {
+      std::string const literal = operand(node);
+      if (first) prefix = literal;
+      if (literal.size() > longest.size()) longest = literal;
+    }
+    if (!is_open(code)) first = false;
+    node = next_node(node);
+  }
 }
 
 }  // namespace zelstr::regex

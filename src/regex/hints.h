@@ -3,6 +3,8 @@
 #ifndef ZELSTR_REGEX_HINTS_H
 #define ZELSTR_REGEX_HINTS_H
 
+#include <string>
+
 struct Tcl_RegExp_;
 
 namespace zelstr::regex {
@@ -23,6 +25,11 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional);
 // the hints tell nothing; NULL when there is none.  Every matcher tries,
 // or jumps to, exactly these positions.
 char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p);
+
+// The literals of the expression's single top-level alternative, if it has
+// one: the one its chain begins with (`prefix`), and the longest one on its
+// chain (`longest`): every match holds both.  Left empty otherwise.
+void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest);
 
 }  // namespace zelstr::regex
 

@@ -158,6 +158,38 @@ int run_grep(Invocation& inv) {
   LinePrinter printer(inv, inv.operands().subspan(1));
   std::string text, hidden;
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
+    // A stretch of lines at a time: the engine finds the lines that match
+    // in one pass; their matches are then found in each alone.
+    if (!code_only) {
+      bool ok = true;
+      for_each_hit_line(
+          in, inv.flag("-n"),
+          [&](Lines const&, char const* from) {
+            char const* const line = Tcl_RegExpFindLine(re.get(), from);
+            ok = line != nullptr || Tcl_GetRegError() == nullptr;
+            return line;
+          },
+          [&](PickedLine const& line) {
+            if (!parts) {
+              printer.print_line(in, line.text);
+              return true;
+            }
+            // The line alone: its end covered by a terminator meanwhile.
+            auto* const end = const_cast<char*>(line.text.data() + line.text.size());
+            char const kept = *end;
+            *end = '\0';
+            auto* const start = const_cast<char*>(line.text.data());
+            ok = print_matches(in, start, line.text.size(), start, re.get(), group, printer);
+            *end = kept;
+            return ok;
+          });
+      if (!ok) {
+        inv.error("%s:%llu: the match failed: %s", in.name(),
+                  static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
+      }
+      printer.end_of(in);
+      return;
+    }
     // Code only: the lines are matched in the hidden copy of the whole
     // input, and printed from the input as written, at the same offsets.
     if (code_only) {

@@ -7,6 +7,7 @@
 // the automata's cache is still matched right.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -87,6 +88,59 @@ TEST(RegexLinear, EveryMatcherGivesTheWalksResults) {
     }
     Tcl_DeleteInterp(re);
   }
+}
+
+// The lines Tcl_RegExpFindLine finds in a text of many lines are those a
+// match of each line alone finds: random expressions, lines ending in LF,
+// CR LF or nothing, stray carriage returns, empty lines.
+TEST(RegexLinear, FindLineGivesTheLinesEachLinesMatchGives) {
+  Generator gen(2911);
+  int compared = 0;
+  while (compared < 20000) {
+    std::string const pattern = gen.expression();
+    Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern.c_str());
+    if (re == nullptr) continue;
+    for (int i = 0; i < 4; ++i, ++compared) {
+      std::string text;
+      std::vector<std::size_t> starts;
+      std::vector<std::string> lines;
+      for (unsigned n = gen.pick(6); n > 0; --n) {
+        std::string line = gen.subject();
+        if (gen.pick(8) == 0)
+          line.insert(gen.pick(static_cast<unsigned>(line.size() + 1)), 1, '\r');
+        starts.push_back(text.size());
+        text += line;
+        bool const crlf = gen.pick(3) == 0;
+        if (crlf) text.push_back('\r');
+        text.push_back('\n');
+        // A carriage return just before the line feed ends the line.
+        if (!crlf && !line.empty() && line.back() == '\r') line.pop_back();
+        lines.push_back(line);
+      }
+      std::string const last = gen.subject();
+      if (!last.empty() && gen.pick(2) == 0) {  // a last line without its end
+        starts.push_back(text.size());
+        lines.push_back(last);
+        text += last;
+      }
+      std::vector<long> expected, found;
+      for (std::size_t k = 0; k < lines.size(); ++k) {
+        if (Tcl_RegExpMatch(lines[k].c_str(), re) == 1) {
+          expected.push_back(static_cast<long>(starts[k]));
+        }
+      }
+      char const* const t = text.c_str();
+      for (char const* at = Tcl_RegExpFindLine(re, t); at != nullptr;) {
+        found.push_back(at - t);
+        char const* const lf = std::strchr(at, '\n');
+        at = lf != nullptr ? Tcl_RegExpFindLine(re, lf + 1) : nullptr;
+      }
+      ASSERT_EQ(expected, found) << "/" << pattern << "/ on \"" << text << "\"";
+    }
+    Tcl_DeleteInterp(re);
+  }
+  EXPECT_EQ(nullptr, Tcl_RegExpFindLine(nullptr, "x"));
+  EXPECT_STREQ("Invalid NULL parameter.", Tcl_GetRegError());
 }
 
 TEST(RegexLinear, ThePatternThatHangsTheWalkTakesLinearTime) {

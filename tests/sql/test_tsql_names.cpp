@@ -95,7 +95,7 @@ TEST_F(TsqlNames, SourceToSystem) {
   }
   ASSERT_EQ(1, WRITE_NAME_LENGTH(nullptr));
   length = 7;
-  _ztsql2sysname(kServer, "[a]");
+  EXPECT_EQ(owned(_ztsql2sysname(kServer, "[a]")), "a");
   EXPECT_EQ(length, 7);  // withdrawn: nothing written
 }
 

@@ -32,38 +32,37 @@ struct Leads {
   }
 };
 
+// The lanes of `v` that hold a lead or the terminator, as two halves whose
+// stop lanes are all ones, in memory order (every target this library
+// builds for is little-endian).
+inline void stop_lanes(LeadBlock v, Leads const& leads, std::uint64_t (&halves)[2]) {
+  auto const stop = (v == leads.want[0]) | (v == leads.want[1]) | (v == leads.want[2]) |
+                    (v == leads.want[3]) | (v == LeadBlock{});
+  std::memcpy(halves, &stop, sizeof halves);
+}
+
 // The first byte at or after `p` that is one of `leads` (count 1 to 4), or
 // NULL when the terminator comes first.  The first block is the aligned
 // one that holds `p`; its lanes before `p` are dropped.
 __attribute__((no_sanitize_address)) inline unsigned char const* find_lead(unsigned char const* p,
                                                                            Leads const& leads) {
-  LeadBlock const zero = {};
   auto const offset = static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(p) % 16);
-  unsigned char const* block = p - offset;
-  // Stop lanes are all ones, in memory order in the two halves (every
-  // target this library builds for is little-endian).
+  // Read through a type that may alias the bytes: a plain aligned load,
+  // which the sanitizer leaves alone in this function.
+  typedef unsigned char AlignedBlock __attribute__((vector_size(16), may_alias, aligned(16)));
+  auto const* block = reinterpret_cast<AlignedBlock const*>(p - offset);
   std::uint64_t halves[2];
-  auto const load_stops = [&] {
-    LeadBlock v;
-    std::memcpy(&v, block, sizeof v);
-    auto const stop = (v == leads.want[0]) | (v == leads.want[1]) | (v == leads.want[2]) |
-                      (v == leads.want[3]) | (v == zero);
-    std::memcpy(halves, &stop, sizeof halves);
-  };
-  load_stops();
+  stop_lanes(*block, leads, halves);
   if (offset < 8) {
     halves[0] &= ~std::uint64_t{0} << (8 * offset);
   } else {
     halves[0] = 0;
     halves[1] &= ~std::uint64_t{0} << (8 * (offset - 8));
   }
-  while ((halves[0] | halves[1]) == 0) {
-    block += 16;
-    load_stops();
-  }
+  while ((halves[0] | halves[1]) == 0) stop_lanes(*++block, leads, halves);
   unsigned const lane =
       halves[0] != 0 ? __builtin_ctzll(halves[0]) / 8 : 8 + __builtin_ctzll(halves[1]) / 8;
-  unsigned char const* const at = block + lane;
+  auto const* const at = reinterpret_cast<unsigned char const*>(block) + lane;
   return *at == 0 ? nullptr : at;
 }
 
