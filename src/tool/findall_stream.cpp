@@ -23,20 +23,22 @@ void FindAllStream::write(std::string_view text) {
 
 void FindAllStream::finish() { search(); }
 
-// Reports the occurrences of the window, then keeps its tail.
+// Reports the occurrences of the window, all found by one call, then keeps
+// its tail.
 void FindAllStream::search() {
   CFindAllStr find(m_window.c_str(), m_pattern.c_str(), m_insensitive ? 1 : 0);
-  char const* last = nullptr;
-  for (;;) {
-    char const* const at = find.FindByXOR(0);
-    if (at == nullptr && find.GetLastFindPos() == last) break;  // exhausted
-    last = find.GetLastFindPos();
-    if (at == nullptr) continue;
-    std::uint64_t const offset = m_base + static_cast<std::uint64_t>(at - m_window.c_str());
-    if (!m_overlap && offset < m_free_from) continue;
-    m_found(offset);
-    m_free_from = offset + m_pattern.size();
-  }
+  find.FindAll(
+      [](char const* at, void* context) {
+        auto& self = *static_cast<FindAllStream*>(context);
+        std::uint64_t const offset =
+            self.m_base + static_cast<std::uint64_t>(at - self.m_window.c_str());
+        if (self.m_overlap || offset >= self.m_free_from) {
+          self.m_found(offset);
+          self.m_free_from = offset + self.m_pattern.size();
+        }
+        return 1;
+      },
+      this);
   std::size_t const keep = std::min(m_window.size(), m_pattern.size() - 1);
   m_base += m_window.size() - keep;
   m_window.erase(0, m_window.size() - keep);

@@ -1,5 +1,5 @@
 // findall_stream.h - every occurrence of a string in a text of any length,
-// found by CFindAllStr one window at a time.
+// found by CFindAllStr's one call per window.
 //
 // The text is gathered into windows of about `limit` bytes.  Each window is
 // searched whole; the last pattern-length-minus-one bytes, where an

@@ -34,6 +34,9 @@ void receive_warning(errsvc::Record const& r) {
   if (state.print) {
     std::fprintf(stderr, "warning %d (severity %d): %s\n", r.id, r.severity, r.text.c_str());
   }
+  // Each record is read here as it comes: the service need not keep it (an
+  // input may draw a warning on every line).
+  errsvc::clear();
 }
 
 // The command's option named `name`, or NULL.

@@ -198,7 +198,14 @@ int run_quote(Invocation& inv) {
 int run_unquote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
+  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t length) {
+    // A line that is not quoted stays as it is, the library warning why: a
+    // warning only -W shows is not asked for.
+    bool const quoted = length >= 2 && line[0] == quote && line[length - 1] == quote;
+    if (!quoted && !inv.warnings_shown()) {
+      write_passed_line(in, {line, length});
+      return true;
+    }
     inv.clear_warning();
     _zstrunquoted(line, quote, line);
     if (inv.last_warning().empty()) inv.found();
