@@ -8,6 +8,10 @@ namespace zelstr::platform {
 // translation), so that a tool's output is its input's bytes transformed.
 void use_binary_stdio();
 
+// Whether standard output is a terminal (which wants each line as it comes,
+// where a file or a pipe is best written in large blocks).
+bool stdout_is_terminal();
+
 }  // namespace zelstr::platform
 
 #endif  // ZELSTR_PLATFORM_BINARY_STDIO_H

@@ -69,10 +69,11 @@ char const* open_part(int context, int flags, bool& hidden) {
   }
 }
 
-// The line (from 1) where the part left open at the end of `text` opened:
-// it is the last part the text sets aside, and runs to the end.  0 when
-// that cannot be told (no memory for the parts, or a text holding every
-// byte their placeholders may use).
+}  // namespace
+
+// The part left open is the last part the text sets aside, and runs to the
+// end; its line cannot be told without memory for the parts, or in a text
+// holding every byte their placeholders may use.
 unsigned long long opening_line(CodeReading const& reading, std::string const& text) {
   int const flags = ZEAL_HIDE_COMMENTS | ZEAL_HIDE_STRINGS | ZEAL_HIDE_NAMES |
                     ZEAL_HIDE_DELIMITERS | (reading.flags & ZEAL_HIDE_COMMANDS);
@@ -85,8 +86,6 @@ unsigned long long opening_line(CodeReading const& reading, std::string const& t
   std::size_t const start = length <= text.size() ? text.size() - length : 0;
   return 1 + static_cast<unsigned long long>(std::count(text.begin(), text.begin() + start, '\n'));
 }
-
-}  // namespace
 
 bool read_code(Invocation& inv, Input& in, CodeReading const& reading, bool open_is_error,
                std::string& text, std::string& hidden) {

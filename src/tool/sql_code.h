@@ -38,6 +38,10 @@ bool read_dialect(Invocation& inv, CodeReading& reading, char const* needed = nu
 // names in T-SQL code, double quotation marks with quoted identifiers on.
 int hide_code(CodeReading const& reading, std::string& text);
 
+// The line (from 1) where the part left open at the end of `text` opened;
+// 0 when that cannot be told.
+unsigned long long opening_line(CodeReading const& reading, std::string const& text);
+
 // Reads `in` whole into `text` and gives in `hidden` the same text with
 // what `reading` names hidden.  A literal, comment or name left open at the
 // end (and so hidden, or read, to the end) is reported with the line where

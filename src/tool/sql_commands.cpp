@@ -3,11 +3,13 @@
 // reserved in a server version?), sysname and plsqlname (PL/SQL names
 // from source form to system form and back), tsqlname (the same for T-SQL),
 // qname (the parts of qualified names) and hide (what is not code hidden).
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "tool/input.h"
@@ -48,6 +50,11 @@ void for_each_word(Invocation& inv, Each each) {
     return true;
   });
 }
+
+// sqlcase maps pieces of about this size, and hands the rest of an input
+// to the stream once a piece stays this long inside one part.
+constexpr std::size_t kSqlcasePiece = std::size_t{1} << 20;
+constexpr std::size_t kSqlcaseMostPiece = std::size_t{16} << 20;
 
 char const* describe(TsqlCaseStream::Open open) {
   switch (open) {
@@ -115,19 +122,69 @@ int run_sqlcase(Invocation& inv) {
   if (lower == upper) return inv.usage_error("one of --lower and --upper is needed");
   DefinedMap const map(inv, lower ? "a-z=A-Z" : "A-Z=a-z");
   if (map.bad()) return kError;
+  CodeReading reading;
+  reading.quoted_id = inv.flag("--quoted-id");
+  void const* const connection = tsql_connection(true, reading.quoted_id);
   for_each_input(inv, inv.operands(), [&](Input& in) {
-    TsqlCaseStream stream(map.get(), inv.flag("--quoted-id"), 1 << 20,
-                          [](std::string_view s) { write_out(s); });
-    for (std::string_view b; !(b = in.next_block()).empty();) {
-      stream.write(b);
+    // Whole lines are gathered into a piece, mapped by one call once the
+    // piece is large and ends in code: after a line end in code, what
+    // follows maps alike whatever came before.  A piece that stays inside a
+    // literal, comment or name for long goes, with the rest of the input,
+    // through the stream, which follows the code itself in bounded memory.
+    std::string piece;
+    std::size_t next_check = kSqlcasePiece;
+    std::uint64_t lines_before = 0;
+    std::unique_ptr<TsqlCaseStream> stream;
+    auto const map_piece = [&] {
+      _zmaptsqlapply(map.get(), piece.data(), reading.quoted_id ? 1 : 0);
+      write_out(piece);
+      lines_before += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
+      piece.clear();
+      next_check = kSqlcasePiece;
+    };
+    Lines lines;
+    while (in.next_lines(lines, false)) {
       inv.found();
+      if (stream != nullptr) {
+        stream->write({lines.text, lines.length});
+        continue;
+      }
+      piece.append(lines.text, lines.length);
+      if (piece.size() < next_check) continue;
+      if (_ztsqlcodecontext(connection, piece.c_str(), static_cast<int>(piece.size())) ==
+          ZEAL_SQL_CODE) {
+        map_piece();
+      } else if (piece.size() > kSqlcaseMostPiece) {
+        stream = std::make_unique<TsqlCaseStream>(
+            map.get(), reading.quoted_id, 1 << 20, [](std::string_view s) { write_out(s); },
+            lines_before + 1);
+        stream->write(piece);
+        piece.clear();
+      } else {
+        next_check = 2 * piece.size();
+      }
     }
+    char const* open = nullptr;
     std::uint64_t line = 0;
-    TsqlCaseStream::Open const open = stream.finish(line);
-    if (open != TsqlCaseStream::Open::kNothing && in.ok()) {
-      inv.error("%s: unterminated %s opened on line %llu (%s to the end)", in.name(),
-                describe(open), static_cast<unsigned long long>(line),
-                open == TsqlCaseStream::Open::kName ? "mapped" : "kept as it is");
+    if (stream != nullptr) {
+      TsqlCaseStream::Open const left = stream->finish(line);
+      if (left != TsqlCaseStream::Open::kNothing) open = describe(left);
+    } else if (!piece.empty()) {
+      int const context =
+          _ztsqlcodecontext(connection, piece.c_str(), static_cast<int>(piece.size()));
+      if (context == ZEAL_SQL_STRING || context == ZEAL_SQL_BLOCK_COMMENT ||
+          context == ZEAL_SQL_NAME) {
+        open = context == ZEAL_SQL_STRING          ? "string literal"
+               : context == ZEAL_SQL_BLOCK_COMMENT ? "block comment"
+                                                   : "delimited name";
+        line = lines_before + opening_line(reading, piece);
+      }
+      map_piece();
+    }
+    if (open != nullptr && in.ok()) {
+      inv.error("%s: unterminated %s opened on line %llu (%s to the end)", in.name(), open,
+                static_cast<unsigned long long>(line),
+                std::strcmp(open, "delimited name") == 0 ? "mapped" : "kept as it is");
     }
   });
   return inv.exit_status();

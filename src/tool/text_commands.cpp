@@ -104,6 +104,29 @@ int run_replace(Invocation& inv) {
   if (delimiters != nullptr && !check_set_definition(inv, delimiters)) return kError;
   Replacer const replace{from, to, inv.flag("-i"), first, last, delimiters};
   std::string buffer;
+  // Every occurrence, in a stretch of lines at once where no occurrence can
+  // run over a line end and no line end is a delimiter: the result is the
+  // one of each line alone.
+  bool const by_stretches =
+      !first && !last && !may_match_line_end(from, nullptr) &&
+      (delimiters == nullptr || (_zchrspnex('\n', const_cast<char*>(delimiters)) == 0 &&
+                                 _zchrspnex('\r', const_cast<char*>(delimiters)) == 0));
+  if (by_stretches) {
+    for_each_input(inv, inv.operands().subspan(2), [&](Input& in) {
+      Lines lines;
+      while (in.next_lines(lines, false)) {
+        char const* const result = replace(lines.text, lines.length, buffer);
+        if (result == nullptr) {
+          inv.error("%s: the text could not be changed", in.name());
+          return;
+        }
+        std::size_t const length = std::strlen(result);
+        if (length != lines.length || std::memcmp(result, lines.text, length) != 0) inv.found();
+        write_out(result, length);
+      }
+    });
+    return inv.exit_status();
+  }
   for_each_line(inv, inv.operands().subspan(2), [&](Input& in, char* line, std::size_t length) {
     char const* const result = replace(line, length, buffer);
     if (result == nullptr) {

@@ -17,8 +17,13 @@ bool is_word_char(char c) {
 
 }  // namespace
 
-TsqlCaseStream::TsqlCaseStream(void* map, bool quoted_id, std::size_t limit, Output output)
-    : m_map(map), m_quoted_id(quoted_id), m_limit(limit), m_output(std::move(output)) {}
+TsqlCaseStream::TsqlCaseStream(void* map, bool quoted_id, std::size_t limit, Output output,
+                               std::uint64_t first_line)
+    : m_map(map),
+      m_quoted_id(quoted_id),
+      m_limit(limit),
+      m_output(std::move(output)),
+      m_line(first_line) {}
 
 void TsqlCaseStream::write(std::string_view code) {
   for (char const c : code) {

@@ -32,7 +32,9 @@ class TsqlCaseStream {
 
   // `map` is a map handle for _zmaptsqlapply; pieces grow to about `limit`
   // bytes before they are mapped.
-  TsqlCaseStream(void* map, bool quoted_id, std::size_t limit, Output output);
+  // `first_line` is the number of the code's first line in its input.
+  TsqlCaseStream(void* map, bool quoted_id, std::size_t limit, Output output,
+                 std::uint64_t first_line = 1);
 
   // More code (no zero byte).
   void write(std::string_view code);
@@ -63,7 +65,7 @@ class TsqlCaseStream {
   char m_close = 0;    // closes the literal or the name
   int m_depth = 0;     // of nested block comments
   char m_last = '\n';  // the last byte of plain code
-  std::uint64_t m_line = 1, m_open_line = 0;
+  std::uint64_t m_line, m_open_line = 0;
 
   std::string m_piece;     // gathered, to be mapped
   bool m_passing = false;  // the piece was mapped inside this region: pass bytes on

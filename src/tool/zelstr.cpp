@@ -82,6 +82,11 @@ int run(std::vector<char*> args) {
 // exit status 2, whatever the command printed or would have returned.
 int main(int argc, char** argv) {
   zelstr::platform::use_binary_stdio();
+  // Output goes out in large writes (a terminal still sees each line as it
+  // comes: stdio keeps a terminal line-buffered).
+  static char output_buffer[1 << 18];
+  if (!zelstr::platform::stdout_is_terminal())
+    std::setvbuf(stdout, output_buffer, _IOFBF, sizeof output_buffer);
   watch_memory();
   int status = kError;
   try {

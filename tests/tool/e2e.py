@@ -174,6 +174,20 @@ class Corpus(unittest.TestCase):
                         self.assertEqual(want.stdout, got.stdout, "%s %s" % (command, options))
                         self.assertEqual(want.returncode, got.returncode)
 
+    def test_sqlcase_keeps_a_long_open_literal_and_maps_a_long_open_name(self):
+        # Pieces of lines are mapped once they end in code; a part that stays
+        # open past 16 MB goes through the stream: either way the result is
+        # that of one mapping of the whole code.
+        rest = b"abc DEF\n" * (3 << 20)
+        for opening, kept in ((b"'open", True), (b"[open", False)):
+            text = b"Select A from T;\nSelect " + opening + b"\n" + rest
+            run = zelstr("sqlcase", "--lower", stdin=text)
+            body = rest if kept else rest.lower()
+            self.assertEqual(b"select a from t;\nselect " + (opening if kept else opening.lower()) +
+                             b"\n" + body, run.stdout)
+            self.assertEqual(2, run.returncode)
+            self.assertIn(b"opened on line 2", run.stderr)
+
     def test_sqlcase_changes_only_case_and_keeps_what_it_keeps(self):
         for path in scripts("tsql"):
             text = read(path)

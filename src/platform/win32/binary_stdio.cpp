@@ -14,4 +14,6 @@ void use_binary_stdio() {
   _setmode(_fileno(stdout), _O_BINARY);
 }
 
+bool stdout_is_terminal() { return _isatty(_fileno(stdout)) != 0; }
+
 }  // namespace zelstr::platform
