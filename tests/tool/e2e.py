@@ -159,7 +159,8 @@ class Corpus(unittest.TestCase):
         long_line = b"y" * (600 << 10) + b"needle" + b"y" * 100 + b"\n"
         texts = [b"".join(pieces) + long_line + b"last needle",
                  b"".join(pieces) + b"\n" * 1000 + b"NEEDLE\r\n",
-                 b"", b"needle", b"\n\nneedle\n"]
+                 b"", b"needle", b"\n\nneedle\n",
+                 b"a\n" + b"z" * (100 << 20) + b"needle\r\nb\n"]  # a 100 MB line
         env = dict(os.environ, LC_ALL="C")
         with tempfile.TemporaryDirectory() as d:
             path = os.path.join(d, "text")
