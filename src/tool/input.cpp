@@ -1,6 +1,7 @@
 // input.cpp - reading the tool's inputs.
 #include "tool/input.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -26,7 +27,7 @@ char const* display_name(char const* name) {
 }  // namespace
 
 Input::Input(Invocation& invocation, char const* name)
-    : m_invocation(invocation), m_name(display_name(name)) {
+    : m_invocation(invocation), m_path(name), m_name(display_name(name)) {
   if (std::strcmp(name, "-") == 0) {
     m_file = stdin;
     return;
@@ -112,6 +113,11 @@ bool Input::next_line(char*& line, std::size_t& length) {
 }
 
 bool Input::next_lines(Lines& lines, bool numbered) {
+  if (m_mapping == Mapping::kUntried) {
+    bool const regular = ok() && m_file != stdin && m_file_map.open(m_path);
+    m_mapping = regular ? Mapping::kMapped : Mapping::kRead;
+  }
+  if (m_mapping == Mapping::kMapped) return next_mapped_lines(lines, numbered);
   if (m_covered_at != std::string::npos) {  // the byte the last stretch's terminator covered
     m_buffer[m_covered_at] = m_covered;
     m_covered_at = std::string::npos;
@@ -154,6 +160,83 @@ bool Input::next_lines(Lines& lines, bool numbered) {
       continue;  // ended: the rest is the last line
     }
     searched = m_start + kept;
+  }
+}
+
+// The view holds the file's bytes [from, to) (to at most the file's end,
+// and then the zeros after it in its last page too).
+bool Input::viewed(std::uint64_t from, std::uint64_t to) {
+  if (from >= m_view_from && to <= m_view_to && m_view != nullptr) return true;
+  std::uint64_t const size = m_file_map.size();
+  std::uint64_t const start = from - from % m_file_map.granularity();
+  std::uint64_t const page = m_file_map.page();
+  std::uint64_t const file_end = (size + page - 1) / page * page;
+  std::uint64_t const end = std::min(file_end, std::max(to, start + kView));
+  m_view = m_file_map.view(start, static_cast<std::size_t>(end - start));
+  if (m_view == nullptr) {
+    m_invocation.error("%s: cannot be read: %s", m_name, std::strerror(errno));
+    m_failed = true;
+    return false;
+  }
+  m_view_from = start;
+  m_view_to = std::min(end, size);
+  return true;
+}
+
+// Hands `text` out as a stretch (zero-terminated just after it), refusing
+// it when it holds a zero byte.
+bool Input::hand_out(Lines& lines, char* text, std::size_t length, bool numbered) {
+  if (void const* zero = std::memchr(text, '\0', length)) {
+    auto const at = static_cast<char const*>(zero) - text;
+    m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read",
+                       m_name, static_cast<unsigned long long>(m_mapped_next + at));
+    m_failed = true;
+    return false;
+  }
+  lines.text = text;
+  lines.length = length;
+  lines.offset = m_mapped_next;
+  lines.first_line = m_stretch_lines + 1;
+  if (numbered) {
+    for (char const* p = text;
+         (p = static_cast<char const*>(std::memchr(p, '\n', text + length - p))); ++p) {
+      ++m_stretch_lines;
+    }
+  }
+  m_mapped_next += length;
+  return true;
+}
+
+bool Input::next_mapped_lines(Lines& lines, bool numbered) {
+  if (m_covered_at != std::string::npos) {  // the byte the last terminator covered
+    m_view[m_covered_at] = m_covered;
+    m_covered_at = std::string::npos;
+  }
+  std::uint64_t const size = m_file_map.size();
+  std::uint64_t const from = m_mapped_next;
+  if (from >= size || m_failed) return false;
+  // A stretch of about kStretch bytes, cut after its last line feed; a line
+  // longer than that makes it longer.
+  for (std::uint64_t span = std::min<std::uint64_t>(kStretch, size - from);; span *= 2) {
+    span = std::min(span, size - from);
+    if (!viewed(from, from + span + (from + span < size ? 1 : 0))) return false;
+    char* const text = m_view + (from - m_view_from);
+    char const* const lf = last_of(text, static_cast<std::size_t>(span), '\n');
+    if (lf == nullptr && from + span < size) continue;
+    std::size_t const length = lf != nullptr && from + span < size
+                                   ? static_cast<std::size_t>(lf + 1 - text)
+                                   : static_cast<std::size_t>(span);
+    if (from + length < size) {
+      m_covered_at = static_cast<std::size_t>(from + length - m_view_from);
+      m_covered = m_view[m_covered_at];
+      m_view[m_covered_at] = '\0';
+      return hand_out(lines, text, length, numbered);
+    }
+    if (size % m_file_map.page() != 0) return hand_out(lines, text, length, numbered);
+    // The file ends on a page's end, with no byte after it for the
+    // terminator: its last stretch is handed out as a copy.
+    m_buffer.assign(text, length);
+    return hand_out(lines, m_buffer.data(), length, numbered);
   }
 }
 

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/mapped_file.h"
 #include "tool/invocation.h"
 
 namespace zelstr::tool {
@@ -44,6 +45,9 @@ class Input {
   // What next_lines gathers before it cuts at a line end: large enough that
   // a search runs long between calls, small enough to stay in the cache.
   static constexpr std::size_t kStretch = 1 << 18;
+  // How much of a regular file is seen in memory at once: its pages are
+  // all the memory next_lines needs.
+  static constexpr std::size_t kView = 1 << 23;
 
   // `name` is a file, or "-" for standard input.  A file that cannot be
   // opened is reported on `invocation` (ok() is then false).
@@ -94,8 +98,14 @@ class Input {
 
  private:
   bool fill();  // reads more into m_buffer; false at the end or on an error
+  // next_lines over a file seen in memory: the stretches are the file's
+  // own bytes, not copies.
+  bool next_mapped_lines(Lines& lines, bool numbered);
+  bool viewed(std::uint64_t from, std::uint64_t to);
+  bool hand_out(Lines& lines, char* text, std::size_t length, bool numbered);
 
   Invocation& m_invocation;
+  char const* m_path;  // as given ("-": standard input)
   char const* m_name;
   std::FILE* m_file = nullptr;
   bool m_failed = false;
@@ -109,6 +119,13 @@ class Input {
   // next_lines: the byte its terminator covers (put back at the next call)
   // and where, or npos when none is covered.
   std::uint64_t m_stretch_lines = 0;  // the lines next_lines has handed out
+  // A regular file for next_lines: mapped (tried on its first call), the
+  // view's bounds in the file, and the offset of the next byte to hand out.
+  enum class Mapping { kUntried, kMapped, kRead } m_mapping = Mapping::kUntried;
+  platform::MappedFile m_file_map;
+  char* m_view = nullptr;
+  std::uint64_t m_view_from = 0, m_view_to = 0;
+  std::uint64_t m_mapped_next = 0;
   char m_covered = '\0';
   std::size_t m_covered_at = std::string::npos;
   PickedLine m_picked{};
