@@ -1,18 +1,11 @@
 // texts.cpp - per-thread text buffers and the service's standard texts.
 #include "errsvc/errsvc.h"
-
-namespace {
+#include "platform/thread_texts.h"
 
 // Each thread formats its messages in its own buffers, so two threads that
 // report at once do not overwrite each other's text.
-constexpr int kBufferSize = 2048;
-thread_local char t_load_string[kBufferSize];
-thread_local char t_format_message[kBufferSize];
-
-}  // namespace
-
-char* ErrHand_BufferForLoadString() noexcept { return t_load_string; }
-char* ErrHand_BufferForFormatMessage() noexcept { return t_format_message; }
+char* ErrHand_BufferForLoadString() noexcept { return zelstr::platform::thread_text(0); }
+char* ErrHand_BufferForFormatMessage() noexcept { return zelstr::platform::thread_text(1); }
 char const* ErrHandDLL_GetTopMarkerText() noexcept { return ""; }
 
 char const* ErrHand_Msg_ERRSVC_BAD_ARGUMENT() noexcept {
