@@ -174,7 +174,7 @@ bool Input::viewed(std::uint64_t from, std::uint64_t to) {
   std::uint64_t const end = std::min(file_end, std::max(to, start + kView));
   m_view = m_file_map.view(start, static_cast<std::size_t>(end - start));
   if (m_view == nullptr) {
-    m_invocation.error("%s: cannot be read: %s", m_name, std::strerror(errno));
+    m_invocation.error("%s: cannot be read: the system refused to map it into memory", m_name);
     m_failed = true;
     return false;
   }

@@ -37,6 +37,9 @@ bool MappedFile::open(char const* path) {
 
 char* MappedFile::view(std::uint64_t offset, std::size_t length) {
   close_view();
+  // A view may not pass the mapping's end; its last page still holds the
+  // zeros after the file's end.
+  if (offset + length > m_size) length = static_cast<std::size_t>(m_size - offset);
   void* const p = MapViewOfFile(reinterpret_cast<HANDLE>(m_mapping), FILE_MAP_COPY,
                                 static_cast<DWORD>(offset >> 32),
                                 static_cast<DWORD>(offset & 0xFFFFFFFFu), length);
