@@ -38,7 +38,8 @@ class MappedFile {
   void close_view();
 
   std::intptr_t m_handle = -1;  // the system's handle of the open file
-  std::intptr_t m_mapping = 0;  // and of its mapping, where the system has one
+  // The handle of the mapping, on a system that has one besides the file's.
+  [[maybe_unused]] std::intptr_t m_mapping = 0;
   std::uint64_t m_size = 0;
   std::size_t m_granularity = 0, m_page = 0;
   void* m_view = nullptr;
