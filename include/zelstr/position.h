@@ -31,6 +31,23 @@ ZELSTR_API char const* _zstrrchr(char const* s, char c) noexcept;
 ZELSTR_API char* _zstrrichr(char* s, char c) noexcept;
 ZELSTR_API char const* _zstrrichr(char const* s, char c) noexcept;
 
+// The n-th `c` of `s` counted from the start (Nth) or from the end (Nthr),
+// n from 1; the i forms compare through toupper as _zstrichr does.  NULL
+// when `s` holds fewer than n.  c = 0 finds the terminator for n = 1 and
+// nothing for a larger n.  NULL `s`: warning "%s() - Warning: <string>
+// given in argument is NULL: NULL was returned as result of search."; n
+// smaller than 1: warning "%s() - Warning: <n> given in argument is smaller
+// than 1: NULL was returned as result of search." (id -1, severity 4, the
+// function's name for %s); both NULL.
+ZELSTR_API char* _zstrNthchr(char* s, char c, int n) noexcept;
+ZELSTR_API char const* _zstrNthchr(char const* s, char c, int n) noexcept;
+ZELSTR_API char* _zstrNthichr(char* s, char c, int n) noexcept;
+ZELSTR_API char const* _zstrNthichr(char const* s, char c, int n) noexcept;
+ZELSTR_API char* _zstrNthrchr(char* s, char c, int n) noexcept;
+ZELSTR_API char const* _zstrNthrchr(char const* s, char c, int n) noexcept;
+ZELSTR_API char* _zstrNthrichr(char* s, char c, int n) noexcept;
+ZELSTR_API char const* _zstrNthrichr(char const* s, char c, int n) noexcept;
+
 // Length of the initial run of `s` made of bytes of `accept` (a plain list).
 // NULL `s`: warning 108; NULL `accept`: warning 109; both return 0.
 ZELSTR_API unsigned int _zstrspn(char const* s, char const* accept) noexcept;

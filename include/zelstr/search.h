@@ -1,4 +1,5 @@
-// search.h - searching strings: forward, delimited, backward, and counting.
+// search.h - searching strings: forward, delimited, backward, within a
+// range, nearest to a position, and counting.
 //
 // The forward searches keep, for each thread, the last pattern's length and
 // preparation between calls, which the library's own loops reuse from one
@@ -11,6 +12,10 @@
 // thread's search ignoring case keeps that copy until the same thread's next
 // search ignoring case replaces it.  Nothing else allocates, but for the
 // warning records.
+//
+// The range and nearest searches prepare their pattern on a state of the
+// call's own (they leave the threads' states alone) and allocate only as
+// the searches ignoring case do, for a pattern longer than 64 characters.
 //
 // Threads: every function here may run on several threads at once.  The
 // preparation of _zstrstr, _zstristr, _zstrstr1 and _zstristr1 (pattern,
@@ -59,6 +64,48 @@ ZELSTR_API char* _zstrrstr(char* string1, char const* string2) noexcept;
 ZELSTR_API char const* _zstrrstr(char const* string1, char const* string2) noexcept;
 ZELSTR_API char* _zstrristr(char* string1, char const* string2) noexcept;
 ZELSTR_API char const* _zstrristr(char const* string1, char const* string2) noexcept;
+
+// The first (_zstrfind) or last (_zstrrfind) occurrence of `string2` lying
+// wholly inside a range of `string1`, or NULL; the i forms compare as
+// _zstristr does.  The range is `length` bytes from index `start`, clipped
+// to the string: a negative `start` counts back from the end (-n: the last
+// n bytes; past the start: from the start), a negative `length` runs to the
+// end.  So (0, n) is the first n bytes, (-n, -1) the last n, (0, -1) the
+// whole string.  Overlapping occurrences count.  An empty pattern is found
+// at the range's start (forward) or end (backward).  Only as much of
+// `string1` is read as the range needs, and nothing is written to it.
+// NULL `string1` or `string2`: warning "%s() - Warning: <string1> or
+// <string2> given in argument is NULL: NULL was returned as result of
+// search." (id -1, severity 4), NULL.
+ZELSTR_API char* _zstrfind(char* string1, char const* string2, int start, int length) noexcept;
+ZELSTR_API char const* _zstrfind(char const* string1, char const* string2, int start,
+                                 int length) noexcept;
+ZELSTR_API char* _zstrifind(char* string1, char const* string2, int start, int length) noexcept;
+ZELSTR_API char const* _zstrifind(char const* string1, char const* string2, int start,
+                                  int length) noexcept;
+ZELSTR_API char* _zstrrfind(char* string1, char const* string2, int start, int length) noexcept;
+ZELSTR_API char const* _zstrrfind(char const* string1, char const* string2, int start,
+                                  int length) noexcept;
+ZELSTR_API char* _zstrrifind(char* string1, char const* string2, int start, int length) noexcept;
+ZELSTR_API char const* _zstrrifind(char const* string1, char const* string2, int start,
+                                   int length) noexcept;
+
+// The occurrence of `string2` nearest to index `position` of `string1` (a
+// cursor), or NULL when there is none; the i form compares as _zstristr
+// does.  The distance of an occurrence is 0 when it covers the position,
+// else the bytes from the position to its nearest byte.  Ties go to the
+// occurrence that starts last at or before the position, then to the first
+// after it.  A position past the end is the terminator's.  An empty
+// pattern is found at the position.  NULL `string1` or `string2`: the
+// warning of _zstrfind, NULL; a negative position: warning "%s() -
+// Warning: <position> given in argument is negative: NULL was returned as
+// result of search." (id -1, severity 4), NULL.
+ZELSTR_API char* _zstrneareststr(char* string1, char const* string2, int position) noexcept;
+ZELSTR_API char const* _zstrneareststr(char const* string1, char const* string2,
+                                       int position) noexcept;
+ZELSTR_API char* _zstrnearestistr(char* string1, char const* string2, int position) noexcept;
+ZELSTR_API char const* _zstrnearestistr(char const* string1, char const* string2,
+                                        int position) noexcept;
 
 // The number of occurrences of `string2` in `string1`, counted from left to
 // right without overlap (as the replacements find them).  NULL: warning 83

@@ -216,6 +216,28 @@ NullCase const kCases[] = {
     {"strrspn accept", CALL(_zstrrspn("a", nullptr), 0u), 122,
      "_zstrrspn() - Warning: <accept> given in argument was NULL: 0L was returned as result of "
      "count."},
+    {"strfind string1", CALL(_zstrfind(static_cast<char const*>(nullptr), "a", 0, -1), nullptr),
+     -1,
+     "_zstrfind() - Warning: <string1> or <string2> given in argument is NULL: NULL was returned "
+     "as result of search."},
+    {"strrifind string2", CALL(_zstrrifind("a", nullptr, 0, -1), nullptr), -1,
+     "_zstrrifind() - Warning: <string1> or <string2> given in argument is NULL: NULL was "
+     "returned as result of search."},
+    {"strnearestistr string1", CALL(_zstrnearestistr(static_cast<char const*>(nullptr), "a", 0),
+                                    nullptr),
+     -1,
+     "_zstrnearestistr() - Warning: <string1> or <string2> given in argument is NULL: NULL was "
+     "returned as result of search."},
+    {"strneareststr position", CALL(_zstrneareststr("a", "a", -1), nullptr), -1,
+     "_zstrneareststr() - Warning: <position> given in argument is negative: NULL was returned as "
+     "result of search."},
+    {"strNthrchr string", CALL(_zstrNthrchr(static_cast<char const*>(nullptr), 'a', 1), nullptr),
+     -1,
+     "_zstrNthrchr() - Warning: <string> given in argument is NULL: NULL was returned as result "
+     "of search."},
+    {"strNthichr n", CALL(_zstrNthichr("a", 'a', 0), nullptr), -1,
+     "_zstrNthichr() - Warning: <n> given in argument is smaller than 1: NULL was returned as "
+     "result of search."},
 };
 
 #undef CALL
