@@ -13,6 +13,7 @@ namespace zelstr::frame {
 
 enum class OwnLock : int {
   kSettings,  // the dialect settings registry
+  kPlurals,   // the caller's plural words (str/text/plural.cpp)
   kCount
 };
 

@@ -11,6 +11,7 @@ int run_find(Invocation& inv);
 int run_span(Invocation& inv);
 int run_replace(Invocation& inv);
 int run_trim(Invocation& inv);
+int run_eol(Invocation& inv);
 int run_quote(Invocation& inv);
 int run_unquote(Invocation& inv);
 int run_cmp(Invocation& inv);
@@ -61,6 +62,11 @@ constexpr Option kTrimOptions[] = {
     {"--chars", "LIST", "trim the characters of LIST (each one as it is) instead of spaces"},
 };
 constexpr Conflict kTrimConflicts[] = {{"--left", "--right"}};
+constexpr Option kEolOptions[] = {
+    {"--lf", nullptr, "end every line with a line feed (LF)"},
+    {"--crlf", nullptr, "end every line with a carriage return and a line feed (CR LF)"},
+};
+constexpr Conflict kEolConflicts[] = {{"--lf", "--crlf"}};
 constexpr Option kQuoteOptions[] = {
     {"-c", "CHAR", "the quote (default ')"},
 };
@@ -215,6 +221,18 @@ constexpr Command kCommands[] = {
      "0: lines were printed; 1: the input was empty",
      run_trim,
      kTrimConflicts},
+    {"eol",
+     "--lf|--crlf [FILE...]",
+     "write every line end as LF or as CR LF",
+     "Prints the files (or standard input) with each line end written as a line\n"
+     "feed (--lf) or as a carriage return and a line feed (--crlf).  A line ends at\n"
+     "LF or at CR LF; a carriage return alone is not a line end and stays as it\n"
+     "is.  A last line without an end is left without one.\n",
+     kEolOptions,
+     {"printf 'a\\nb\\n' | zelstr eol --crlf | tr '\\r' '~'", "a~\nb~\n"},
+     "0: lines were printed; 1: the input was empty",
+     run_eol,
+     kEolConflicts},
     {"quote",
      "[-c CHAR] [FILE...]",
      "frame each line with quotes",

@@ -182,6 +182,25 @@ int run_trim(Invocation& inv) {
   return inv.exit_status();
 }
 
+// eol --lf|--crlf [FILE...]: stretches of whole lines (a CR LF is never
+// cut) through the library's line-end conversion.
+int run_eol(Invocation& inv) {
+  bool const crlf = inv.flag("--crlf");
+  if (!crlf && !inv.flag("--lf")) return inv.usage_error("say --lf or --crlf");
+  int const style = crlf ? ZEAL_EOL_CRLF : ZEAL_EOL_LF;
+  std::string converted;
+  for_each_input(inv, inv.operands(), [&](Input& in) {
+    Lines lines;
+    while (in.next_lines(lines, false)) {
+      converted.resize(2 * lines.length + 1);
+      unsigned long const n = _zstreolcpy(converted.data(), converted.size(), lines.text, style);
+      write_out(converted.data(), n);
+      inv.found();
+    }
+  });
+  return inv.exit_status();
+}
+
 namespace {
 
 // The quote of -c: one character.
