@@ -2,10 +2,12 @@
 // read is written back and read again the same), line ends (the length
 // told is the length written, and the CR LF result read back to LF is the
 // LF result), wrapping (no line past the
-// width but a lone word) and swapping (the arena copy and the in-place
-// form agree), and the word forms.
+// width but a lone word), swapping (the arena copy and the in-place form
+// agree), trees (any text read as one; trees built from the bytes' pieces
+// read back), and the word forms.
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -56,6 +58,34 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::string const copy(swapped);
     std::vector<char> here(text.c_str(), text.c_str() + text.size() + 1);
     require(copy == _zstrswap(here.data(), a.c_str(), b.c_str()));
+  }
+
+  // Trees: the text read as a tree (any bytes), and a tree built from the
+  // text's words as pairs, which reads back with as many pairs.
+  if (_zstrtreewalk(text.c_str(), [](char const*, int, void*) { return 1; }, nullptr) >= 0 &&
+      !a.empty() && !b.empty()) {
+    char* grown = _zstrtreeaddnode(text.c_str(), a.c_str(), b.c_str());
+    require(grown == nullptr || _zstrtreechildren(grown, a.c_str()) != nullptr);
+    _zstrdupfree(grown);
+  }
+  std::vector<std::string> words;
+  for (std::size_t at = 0; at < text.size() && words.size() < 40;) {
+    std::size_t const n = std::min<std::size_t>(1 + static_cast<unsigned char>(text[at]) % 3, text.size() - at);
+    words.emplace_back(text, at, n);
+    at += n;
+  }
+  std::vector<char const*> pairs;
+  for (std::string const& w : words) pairs.push_back(w.c_str());
+  pairs.push_back(nullptr);
+  char* tree = _zstrbldtree(pairs.data(), static_cast<int>(words.size() / 2));
+  if (tree != nullptr) {
+    require(_zstrtreewalk(tree, [](char const*, int, void*) { return 1; }, nullptr) >= 0);
+    _zstrdupfree(tree);
+  }
+  char* paths = _zstrbldtreepaths(pairs.data(), static_cast<int>(words.size()), a.empty() ? '/' : a[0]);
+  if (paths != nullptr) {
+    require(_zstrtreewalk(paths, [](char const*, int, void*) { return 1; }, nullptr) >= 0);
+    _zstrdupfree(paths);
   }
 
   char const* const noun = _zstrplural(a.c_str(), count, group & 3);

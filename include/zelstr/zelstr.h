@@ -43,6 +43,7 @@
 #include "zelstr/sqlsettings.h"
 #include "zelstr/textutil.h"
 #include "zelstr/tokens.h"
+#include "zelstr/tree.h"
 #include "zelstr/trim.h"
 #include "zelstr/tsql.h"
 #include "zelstr/types.h"

@@ -51,8 +51,8 @@ enum class LoadStep {
 // at once:
 //   2 (kObjectList): the list of objects deleted through their destructors
 //     is the SQL families' objects that point into the connection arena of
-//     step 1: the look-up caches of the registries and the tables of
-//     identifier characters.
+//     step 1 (the look-up caches of the registries and the tables of
+//     identifier characters), then the caller's plural words.
 //   3 (kModuleArrays): the five arrays are the result arrays that stay
 //     valid until a later call: the clone arena, the two print arenas, and
 //     the results of the quoting and of the unquoting functions.
@@ -60,7 +60,7 @@ enum class LoadStep {
 //     _zstrgetNth's result; then the name-cracking buffers.
 enum class UnloadStep {
   kConnectionArena,    // 1: drop every connection's settings
-  kObjectList,         // 2: the SQL look-up caches and identifier tables
+  kObjectList,         // 2: the SQL look-up caches and identifier tables, plural words
   kModuleArrays,       // 3: the clone, print and quoting result arrays
   kPurgeBuffers,       // 4: the cached buffers of _zstrpurge
   kMatchWorkerCaches,  // 5: mapped MATCH, LIKE and MATCH workers, in that order

@@ -12,6 +12,7 @@ int run_span(Invocation& inv);
 int run_replace(Invocation& inv);
 int run_trim(Invocation& inv);
 int run_eol(Invocation& inv);
+int run_tree(Invocation& inv);
 int run_quote(Invocation& inv);
 int run_unquote(Invocation& inv);
 int run_cmp(Invocation& inv);
@@ -233,6 +234,20 @@ constexpr Command kCommands[] = {
      "0: lines were printed; 1: the input was empty",
      run_eol,
      kEolConflicts},
+    {"tree",
+     "[FILE...]",
+     "print \"parent child\" lines as an indented tree",
+     "Reads lines of two names, a parent and its child (or one name, a node on\n"
+     "its own), separated by blanks, from the files (or standard input) and prints\n"
+     "the tree they make: a node a line, two more blanks for each level, each root\n"
+     "first and each child under its parent in the order the lines give them.  A\n"
+     "node that several parents name appears under each.  Blank lines and lines\n"
+     "starting with # are skipped.  Pairs that form a cycle are refused.\n",
+     {},
+     {"printf 'main load\\nmain report\\nload read\\n' | zelstr tree",
+      "main\n  load\n    read\n  report\n"},
+     "0: a tree was printed; 1: the input held no name",
+     run_tree},
     {"quote",
      "[-c CHAR] [FILE...]",
      "frame each line with quotes",
