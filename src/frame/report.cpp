@@ -70,4 +70,10 @@ void report(Unit unit, Message const& message, char const* function, int line) n
 
 int current_message_id() noexcept { return g_current_message_id.load(std::memory_order_relaxed); }
 
+void report_formatted(Unit unit, int line, char const* format, std::va_list args) noexcept {
+  char text[2048];
+  std::vsnprintf(text, sizeof text, format, args);
+  report(unit, Message{-1, 4, text}, kUnknownFunction, line);
+}
+
 }  // namespace zelstr::frame

@@ -10,6 +10,8 @@
 #ifndef ZELSTR_FRAME_REPORT_H
 #define ZELSTR_FRAME_REPORT_H
 
+#include <cstdarg>
+
 #include "frame/messages.h"
 #include "frame/units.h"
 
@@ -25,6 +27,12 @@ inline constexpr char kUnknownFunction[] = "<unknown>";
 // cannot be loaded is filed with the text "<Bad resource ID=...>".
 void report(Unit unit, Message const& message, char const* function = kUnknownFunction,
             int line = __builtin_LINE()) noexcept;
+
+// Files the text `format` and the arguments in `args` make (cut at 2047
+// bytes) as a literal warning (id -1, severity 4) of `unit` at source line
+// `line`: the warnings composed from a format and the bad value.  Each
+// unit's short wrapper takes the arguments themselves.
+void report_formatted(Unit unit, int line, char const* format, std::va_list args) noexcept;
 
 // The id of the last string-table message reported: one module-wide value,
 // written and read back while a record is built.

@@ -7,7 +7,6 @@
 #define ZELSTR_SQL_REPORT_H
 
 #include <cstdarg>
-#include <cstdio>
 
 #include "frame/report.h"
 #include "zelstr/export.h"
@@ -24,12 +23,10 @@ inline void warn(frame::Unit unit, frame::Message const& message, int line = __b
 inline void warn_format(frame::Unit unit, int line, char const* format, ...)
     ZELSTR_PRINTF_LIKE(3, 4);
 inline void warn_format(frame::Unit unit, int line, char const* format, ...) {
-  char text[2048];
   va_list args;
   va_start(args, format);
-  std::vsnprintf(text, sizeof text, format, args);
+  frame::report_formatted(unit, line, format, args);
   va_end(args);
-  warn(unit, frame::Message{-1, 4, text}, line);
 }
 
 }  // namespace zelstr::sql

@@ -4,7 +4,6 @@
 
 #include <cstdarg>
 #include <cstdint>
-#include <cstdio>
 
 #include "frame/report.h"
 #include "zelstr/export.h"
@@ -18,16 +17,14 @@ inline void warn(frame::Message const& message, int line = __builtin_LINE()) {
   frame::report(frame::Unit::zeal_str, message, frame::kUnknownFunction, line);
 }
 
-// Files the text `format` and the arguments make (cut at 511 bytes) as a
-// literal warning of this unit, at the severity of every `_z` warning.
+// Files the text `format` and the arguments make as a literal warning of
+// this unit, at the severity of every `_z` warning.
 inline void warn_format(char const* format, ...) ZELSTR_PRINTF_LIKE(1, 2);
 inline void warn_format(char const* format, ...) {
-  char text[512];
   va_list args;
   va_start(args, format);
-  std::vsnprintf(text, sizeof text, format, args);
+  frame::report_formatted(frame::Unit::zeal_str, __LINE__, format, args);
   va_end(args);
-  frame::report(frame::Unit::zeal_str, frame::Message{-1, 4, text});
 }
 
 // Counts are unsigned 32-bit: a wider count is cut to its low 32 bits.

@@ -13,22 +13,14 @@
 #include <tuple>
 #include <vector>
 
+#include "support/naive_search.h"
 #include "support/warnings.h"
 #include "zelstr/zelstr.h"
 
 namespace {
 
-bool same(unsigned char a, unsigned char b, bool fold) {
-  return fold ? std::toupper(a) == std::toupper(b) : a == b;
-}
-
-bool occurs_at(std::string const& t, std::size_t s, std::string const& p, bool fold) {
-  if (s + p.size() > t.size()) return false;
-  for (std::size_t j = 0; j < p.size(); ++j) {
-    if (!same(t[s + j], p[j], fold)) return false;
-  }
-  return true;
-}
+using zelstr::test::occurs_at;
+using zelstr::test::same;
 
 // The bytes [begin, end) the range (start, length) names in a text of n.
 std::pair<long, long> model_range(long n, long start, long length) {

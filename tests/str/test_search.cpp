@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/naive_search.h"
 #include "support/warnings.h"
 #include "zelstr/zelstr.h"
 
@@ -15,17 +16,8 @@ namespace {
 
 using zelstr::test::ExpectedWarning;
 
-bool same(unsigned char a, unsigned char b, bool fold) {
-  return fold ? std::toupper(a) == std::toupper(b) : a == b;
-}
-
-bool occurs_at(std::string const& t, std::size_t s, std::string const& p, bool fold) {
-  if (s + p.size() > t.size()) return false;
-  for (std::size_t j = 0; j < p.size(); ++j) {
-    if (!same(t[s + j], p[j], fold)) return false;
-  }
-  return true;
-}
+using zelstr::test::occurs_at;
+using zelstr::test::same;
 
 // Every start of an occurrence, in order.
 std::vector<std::size_t> starts(std::string const& t, std::string const& p, bool fold) {

@@ -48,12 +48,10 @@ constexpr ImageTable kFolding = make_folding();
 
 void warn(char const* format, ...) ZELSTR_PRINTF_LIKE(1, 2);
 void warn(char const* format, ...) {
-  char text[512];
   va_list args;
   va_start(args, format);
-  std::vsnprintf(text, sizeof text, format, args);
+  zelstr::frame::report_formatted(zelstr::frame::Unit::zeal_str, __LINE__, format, args);
   va_end(args);
-  zelstr::frame::report(zelstr::frame::Unit::zeal_str, zelstr::frame::Message{-1, 4, text});
 }
 
 class Cache {
