@@ -89,11 +89,11 @@ char* _zstrswap(char* string, char const* a, char const* b) noexcept {
     out.finish();
     return string;
   }
-  Writer counter(nullptr, 0);
-  put_swapped(counter, string, pair);
+  // Lengths differ: written in the arena, then copied back when it fits.
   char* const copy = into_arena([&](Writer& out) { put_swapped(out, string, pair); });
-  if (counter.length() > n || copy == nullptr) return copy;
-  std::memcpy(string, copy, counter.length() + 1);
+  std::size_t const length = std::strlen(copy);
+  if (length > n) return copy;
+  std::memcpy(string, copy, length + 1);
   return string;
 }
 
