@@ -2,9 +2,9 @@
 // own.
 //
 // Where the compiler's thread_local is the system's own (POSIX) it serves;
-// MinGW emulates it for Windows, and the emulation has been seen to fault
-// at process exit under Wine, so there a fiber-local index holds a block
-// per thread, released when the thread ends.
+// for Windows MinGW only emulates it, so there a fiber-local index holds a
+// block per thread, allocated on the thread's first use and released
+// by the system's callback when the thread ends.
 #ifndef ZELSTR_PLATFORM_THREAD_TEXTS_H
 #define ZELSTR_PLATFORM_THREAD_TEXTS_H
 
