@@ -30,6 +30,7 @@
 #include "zelstr/length.h"
 #include "zelstr/map.h"
 #include "zelstr/mapped.h"
+#include "zelstr/sortorder.h"
 #include "zelstr/plsql.h"
 #include "zelstr/position.h"
 #include "zelstr/quote.h"

@@ -13,6 +13,7 @@ int run_replace(Invocation& inv);
 int run_trim(Invocation& inv);
 int run_eol(Invocation& inv);
 int run_tree(Invocation& inv);
+int run_sort(Invocation& inv);
 int run_quote(Invocation& inv);
 int run_unquote(Invocation& inv);
 int run_cmp(Invocation& inv);
@@ -68,6 +69,13 @@ constexpr Option kEolOptions[] = {
     {"--crlf", nullptr, "end every line with a carriage return and a line feed (CR LF)"},
 };
 constexpr Conflict kEolConflicts[] = {{"--lf", "--crlf"}};
+constexpr Option kSortOptions[] = {
+    {"--order", "ORDER",
+     "sort by the sort order ORDER: bytes, ascii-ci, cp1252-ci-ai, cp1252-ci-as or a "
+     "definition such as \"b=B a=A\""},
+    {"-r", nullptr, "print the lines in reverse order"},
+    {"-u", nullptr, "print only the first of each run of equal lines"},
+};
 constexpr Option kQuoteOptions[] = {
     {"-c", "CHAR", "the quote (default ')"},
 };
@@ -248,6 +256,21 @@ constexpr Command kCommands[] = {
       "main\n  load\n    read\n  report\n"},
      "0: a tree was printed; 1: the input held no name",
      run_tree},
+    {"sort",
+     "[--order ORDER] [-r] [-u] [FILE...]",
+     "sort lines by a sort order",
+     "Prints the lines of the files (or of standard input) sorted by the sort order\n"
+     "ORDER, byte order without it.  Lines of equal weight are ordered by their\n"
+     "bytes; with -u they are equal, and only the first of them in the input is\n"
+     "printed.  The ready orders: bytes; ascii-ci (ASCII letters without case);\n"
+     "cp1252-ci-ai and cp1252-ci-as (code page 1252 without case, without or with\n"
+     "accents).  A definition lists the characters in ascending order, a=b giving\n"
+     "two one weight and a-z a range (see the library's sortorder.h).  Every line\n"
+     "is printed with a line feed; a line ends at its first NUL byte.\n",
+     kSortOptions,
+     {"printf 'b\\nA\\na\\nB\\n' | zelstr sort --order ascii-ci", "A\na\nB\nb\n"},
+     "0: lines were printed; 1: the input was empty",
+     run_sort},
     {"quote",
      "[-c CHAR] [FILE...]",
      "frame each line with quotes",

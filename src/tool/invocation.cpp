@@ -19,7 +19,7 @@ namespace {
 // last one is kept for the tool's own error messages, and each is printed
 // when -W asked for it.
 struct WarningState {
-  std::string last;
+  std::string first, last;
   bool print = false;
 };
 
@@ -30,6 +30,7 @@ WarningState& warning_state() {
 
 void receive_warning(errsvc::Record const& r) {
   WarningState& state = warning_state();
+  if (state.first.empty()) state.first = r.text;
   state.last = r.text;
   if (state.print) {
     std::fprintf(stderr, "warning %d (severity %d): %s\n", r.id, r.severity, r.text.c_str());
@@ -230,6 +231,11 @@ void Invocation::print(char const* format, va_list args) {
 
 std::string const& Invocation::last_warning() const { return warning_state().last; }
 
-void Invocation::clear_warning() { warning_state().last.clear(); }
+std::string const& Invocation::first_warning() const { return warning_state().first; }
+
+void Invocation::clear_warning() {
+  warning_state().first.clear();
+  warning_state().last.clear();
+}
 
 }  // namespace zelstr::tool

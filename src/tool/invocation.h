@@ -49,6 +49,8 @@ class Invocation {
   int usage_error(char const* format, ...) __attribute__((format(printf, 2, 3)));
   // The library's last warning, if one came since `clear_warning`.
   std::string const& last_warning() const;
+  // The first one (a definition's fault, before the notice that shows it).
+  std::string const& first_warning() const;
   void clear_warning();
 
   void found() { m_found = true; }

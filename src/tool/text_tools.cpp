@@ -17,7 +17,7 @@ DefinedMap::DefinedMap(Invocation& inv, char const* definition) {
   inv.clear_warning();
   void* const map = _zmapdefine(definition);
   if (map == ZEAL_STR_BAD_MAP) {
-    inv.error("bad map definition '%s': %s", definition, inv.last_warning().c_str());
+    inv.error("bad map definition '%s': %s", definition, inv.first_warning().c_str());
     m_bad = true;
     return;
   }

@@ -273,7 +273,8 @@ TEXT_COMMANDS = [
     ["grep", "-o", "a+"], ["findall", "a"], ["sqlcase", "--upper"], ["resword", "--tsql", "15"],
     ["sysname"], ["plsqlname"], ["hide"], ["grep", "--code-only", "a"], ["findall", "--code-only", "a"],
     ["like", "%a"], ["like", "-i", "--escape", "!", "%!A"], ["match", "*a"], ["sub", "a+", "<&>"],
-    ["sub", "--all", "a+", "<&>"], ["eol", "--lf"], ["eol", "--crlf"],
+    ["sub", "--all", "a+", "<&>"], ["eol", "--lf"], ["eol", "--crlf"], ["sort"],
+    ["sort", "-r", "-u"],
 ]
 
 
@@ -325,6 +326,9 @@ def model(args, lines, ends):
             out.append(re.sub(rb"a+", rb"<\g<0>>", l, count=0 if "--all" in args else 1) + e)
         elif name == "eol":
             out.append(l + ((b"\r\n" if args[1] == "--crlf" else b"\n") if e else b""))
+    if name == "sort":
+        ordered = sorted(set(lines) if "-u" in args else lines, reverse="-r" in args)
+        out = [l + b"\n" for l in ordered]
     if name == "findall":
         text = b"".join(l + e for l, e in zip(lines, ends))
         out = [b"%d\n" % i for i, c in enumerate(text) if c == ord("a")]
