@@ -5,8 +5,8 @@
 //   find.whole / rfind.whole  a range that is the whole text, an absent
 //                             pattern (the scan runs to the end)
 //   find.inner / rfind.inner  the whole text but its first and last bytes:
-//                             the range stops short of the terminator and
-//                             is searched through copied windows
+//                             the range stops short of the terminator, and
+//                             the scan at its limit
 //   ifind.inner               the same, ignoring case
 //   nearest                   a cursor in the middle, one occurrence only
 //                             at the text's end (the walk runs to it)

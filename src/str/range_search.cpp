@@ -1,21 +1,20 @@
 // range_search.cpp - _zstrfind, _zstrifind, _zstrrfind, _zstrrifind: the
 // first or last occurrence lying wholly inside a range of the subject.
 //
-// The forward search's kernels read a zero-terminated text.  A range that
-// runs to the subject's terminator is searched in place; one that stops
-// short of it is searched through windows copied to the stack and
-// terminated there, each window overlapping the next by the pattern's
-// length less one, so no occurrence falls between two windows and nothing
-// is ever written into the subject.
+// The range is searched in place, as the zero-terminated text it starts,
+// with its end as the scan's limit: the scan stops at the terminator or at
+// the limit, whichever comes first, and nothing past the limit decides
+// anything.  So a range need not be measured: its start is found (strnlen,
+// or strlen for a start counted from the end), its end is where the scan
+// stops.  The last occurrence is the last one a forward walk meets, as for
+// the whole-string reverse searches.
 #include <algorithm>
 #include <climits>
 #include <cstdint>
-#include <new>
 #include <cstring>
 
 #include "str/report.h"
 #include "str/search/plan.h"
-#include "str/search/walks.h"
 #include "zelstr/search.h"
 
 using namespace zelstr::str;
@@ -23,127 +22,41 @@ using zelstr::str::search::SearchState;
 
 namespace {
 
-// Window sizes: a window holds the starting places of kSmallWindow bytes
-// on the stack, or of kLargeWindow on the heap when the range is longer
-// (fewer, longer scans).  Longer patterns are searched in place, see
-// long_pattern_in_range.
-constexpr std::size_t kSmallWindow = 4096;
-constexpr std::size_t kLargeWindow = 1 << 16;
-constexpr std::size_t kLongestWindowed = 1024;
-
-// The bytes of the windows: the stack's, or a heap block for a long range.
-// Without memory for the block the stack's serve: slower, same result, so
-// the failure is not counted as one that changed a result.
-class WindowBuffer {
- public:
-  explicit WindowBuffer(std::size_t range_length) {
-    if (range_length > kSmallWindow + kLongestWindowed) {
-      m_heap = new (std::nothrow) char[kLargeWindow + kLongestWindowed];
-      if (m_heap != nullptr) m_starts = kLargeWindow;
-    }
-  }
-  ~WindowBuffer() { delete[] m_heap; }
-  WindowBuffer(WindowBuffer const&) = delete;
-  WindowBuffer& operator=(WindowBuffer const&) = delete;
-
-  char* data() { return m_heap != nullptr ? m_heap : m_stack; }
-  std::size_t starts() const { return m_starts; }
-
- private:
-  char m_stack[kSmallWindow + kLongestWindowed];
-  char* m_heap = nullptr;
-  std::size_t m_starts = kSmallWindow;
-};
-
 struct Range {
   char const* begin;
-  std::size_t length;
-  bool reaches_end;  // the subject's terminator follows the range
+  std::uintptr_t limit;  // an occurrence ends by this address (or the terminator)
 };
 
-// Length of a range that runs to the terminator and was not measured.
-constexpr std::size_t kUnmeasured = SIZE_MAX;
+std::uintptr_t address(char const* p) { return reinterpret_cast<std::uintptr_t>(p); }
 
-// The range `start`, `length` of `s`, clipped to the string: a negative
-// start counts back from the end, a negative length runs to the end.  Only
-// as much of `s` is measured as the range needs.
+// The range `start`, `length` of `s`: a negative start counts back from the
+// end, a negative length runs to the end.  Only as much of `s` is measured
+// as it takes to find the start.
 Range resolve(char const* s, int start, int length) {
-  std::size_t n;
-  std::size_t begin;
-  if (start >= 0 && length < 0) {
-    begin = strnlen(s, static_cast<std::size_t>(start));
-    return {s + begin, s[begin] == '\0' ? 0 : kUnmeasured, true};
-  }
-  if (start < 0) {
-    n = std::strlen(s);
-    std::size_t const back = static_cast<std::size_t>(-static_cast<long long>(start));
-    begin = back >= n ? 0 : n - back;
+  char const* begin;
+  if (start >= 0) {
+    begin = s + strnlen(s, static_cast<std::size_t>(start));
   } else {
-    begin = static_cast<std::size_t>(start);
-    n = length < 0 ? std::strlen(s) : strnlen(s, begin + static_cast<std::size_t>(length));
-    begin = std::min(begin, n);
+    std::size_t const n = std::strlen(s);
+    std::size_t const back = static_cast<std::size_t>(-static_cast<long long>(start));
+    begin = s + (back >= n ? 0 : n - back);
   }
-  std::size_t const rest = n - begin;
-  if (length < 0 || static_cast<std::size_t>(length) > rest) return {s + begin, rest, true};
-  return {s + begin, static_cast<std::size_t>(length), false};
+  if (length < 0) return {begin, search::kNoLimit};
+  std::uintptr_t const room = search::kNoLimit - address(begin);
+  return {begin, address(begin) + std::min<std::uintptr_t>(room, static_cast<unsigned>(length))};
 }
 
-// Each place of `text` a search visits, kept or not by `keep`.
-struct Walk {
-  char const* end;     // the range's end: an occurrence must end by it
-  std::size_t m;       // the pattern's length
-  char const* found = nullptr;
-  bool last = false;   // keep walking for the last occurrence
-};
-char const* visit(void* context, char const* match) {
-  Walk& w = *static_cast<Walk*>(context);
-  if (match + w.m > w.end) return nullptr;
-  w.found = match;
-  return w.last ? match + 1 : nullptr;
+// Remembers each occurrence it is told of and lets the next start one byte
+// later: the last one told is the last.
+char const* remember(void* context, char const* at) {
+  *static_cast<char const**>(context) = at;
+  return at + 1;
 }
 
-// A pattern too long for a window: walked in place from the range's start;
-// the walk stops at the first occurrence that leaves the range.
-char const* long_pattern_in_range(Range r, char const* p, std::size_t m, SearchState& state,
-                                  bool last) {
-  Walk w{r.begin + r.length, m};
-  w.last = last;
-  search::find_all(r.begin, p, state, search::Visitor{visit, &w});
-  return w.found;
-}
-
-char const* first_in_range(Range r, char const* p, std::size_t m, SearchState& state) {
-  if (r.reaches_end) return search::find_first(r.begin, p, state).match;
-  if (m > kLongestWindowed) return long_pattern_in_range(r, p, m, state, false);
-  WindowBuffer buffer(r.length);
-  char* const window = buffer.data();
-  std::size_t const starts = buffer.starts();
-  for (std::size_t at = 0; at + m <= r.length; at += starts) {
-    std::size_t const take = std::min(r.length - at, starts + m - 1);
-    std::memcpy(window, r.begin + at, take);
-    window[take] = '\0';
-    if (char const* found = search::find_first(window, p, state).match)
-      return r.begin + at + (found - window);
-  }
-  return nullptr;
-}
-
-char const* last_in_range(Range r, char const* p, std::size_t m, SearchState& state) {
-  if (r.reaches_end) return search::last_occurrence(r.begin, p, state);
-  if (m > kLongestWindowed) return long_pattern_in_range(r, p, m, state, true);
-  WindowBuffer buffer(r.length);
-  char* const window = buffer.data();
-  std::size_t const starts = buffer.starts();
-  for (std::size_t end = r.length; end >= m;) {
-    std::size_t const at = end > starts + m - 1 ? end - (starts + m - 1) : 0;
-    std::memcpy(window, r.begin + at, end - at);
-    window[end - at] = '\0';
-    if (char const* found = search::last_occurrence(window, p, state))
-      return r.begin + at + (found - window);
-    if (at == 0) break;
-    end = at + m - 1;
-  }
-  return nullptr;
+// Where an empty pattern's last occurrence is: the range's end.
+char const* range_end(Range r) {
+  std::size_t const most = r.limit - address(r.begin);
+  return r.begin + strnlen(r.begin, most);
 }
 
 char const* find_in_range(char const* s1, char const* s2, int start, int length,
@@ -154,15 +67,15 @@ char const* find_in_range(char const* s1, char const* s2, int start, int length,
   }
   Range const r = resolve(s1, start, length);
   std::size_t const m = std::strlen(s2);
-  if (m == 0) {
-    if (!last) return r.begin;
-    return r.length == kUnmeasured ? r.begin + std::strlen(r.begin) : r.begin + r.length;
-  }
-  if (m > r.length || m > INT_MAX) return nullptr;
+  if (m == 0) return last ? range_end(r) : r.begin;
+  if (m > INT_MAX) return nullptr;
   SearchState state;
   state.ignore_case = ignore_case;
   if (!search::prepare(state, s2, static_cast<std::uint32_t>(m))) return nullptr;  // no memory
-  return last ? last_in_range(r, s2, m, state) : first_in_range(r, s2, m, state);
+  if (!last) return search::find_first(r.begin, s2, state, r.limit).match;
+  char const* found = nullptr;
+  search::find_all(r.begin, s2, state, search::Visitor{remember, &found}, r.limit);
+  return found;
 }
 
 }  // namespace

@@ -11,6 +11,13 @@
 // bytes earlier, inside text already known to be free of the terminator.
 // Those reads past the terminator are deliberate, so the address sanitizer
 // does not watch this function; the full comparisons it calls are watched.
+//
+// A limit short of the terminator ends the scan too: no occurrence may end
+// after it, and the text need not go on past it (a buffer of that length
+// with no terminator is searched safely).  Candidates past the limit are
+// dropped, and the scan stops before a group whose candidates all are: a
+// group that is read holds a byte before the limit, so its aligned loads
+// stay in a page the text reaches into, as at the terminator.
 #ifndef ZELSTR_STR_SEARCH_KERNEL_H
 #define ZELSTR_STR_SEARCH_KERNEL_H
 
@@ -67,11 +74,17 @@ struct PairTest {
   }
 };
 
-// Hands every occurrence to `visitor`, skipping candidates that start before
-// the position the visitor gave last.
+// Hands every occurrence that ends by `limit` to `visitor`, skipping
+// candidates that start before the position the visitor gave last.
 template <class V, bool kTwoVariants>
 ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Plan const& plan,
-                                       Visitor const& visitor) {
+                                       Visitor const& visitor, std::uintptr_t limit) {
+  // The last start an occurrence may have, as an address.
+  std::uintptr_t const last_start =
+      limit - reinterpret_cast<std::uintptr_t>(text) < plan.length ? 0 : limit - plan.length;
+  auto beyond = [last_start](char const* s) {
+    return reinterpret_cast<std::uintptr_t>(s) > last_start;
+  };
   std::size_t const width = V::kWidth;
   // Blocks are taken four at a time from an address aligned to four blocks:
   // such a group lies within one page.
@@ -81,13 +94,19 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
       (reinterpret_cast<std::uintptr_t>(text) + plan.k2 + width - 1) & ~std::uintptr_t{width - 1};
   char const* a = text + (first_block - reinterpret_cast<std::uintptr_t>(text));
   std::size_t const head = static_cast<std::size_t>(a - text);
-  std::size_t const short_length = ::strnlen(text, head);
-  if (short_length < head) {
-    return Found{naive_walk(text, short_length, text, pattern, plan, visitor), text + short_length,
-                 nullptr};
+  // The head is measured only as far as the limit allows.
+  std::size_t const room = limit - reinterpret_cast<std::uintptr_t>(text);
+  std::size_t const short_length = ::strnlen(text, head < room ? head : room);
+  if (short_length < head || room < head) {
+    char const* const end = short_length < head && short_length <= room ? text + short_length
+                                                                         : nullptr;
+    return Found{naive_walk(text, short_length < room ? short_length : room, text, pattern, plan,
+                            visitor),
+                 end, nullptr};
   }
   char const* allowed = text;  // no occurrence may start before this
   for (char const* s = text; s + plan.k2 < a; ++s) {
+    if (beyond(s)) return Found{};
     if (s < allowed || !matches_at(s, pattern, plan, a)) continue;
     allowed = visitor(s);
     if (allowed == nullptr) return Found{s, nullptr, nullptr};
@@ -111,6 +130,10 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
     while (candidates != 0) {
       char const* const s = b + lowest_bit(candidates) - plan.k2;
       candidates &= candidates - 1;
+      if (beyond(s)) {
+        found = Found{};
+        return true;
+      }
       if (s < allowed) continue;
       if (matches_at(s, pattern, plan, known)) {
         allowed = visitor(s);
@@ -134,6 +157,7 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
     if (ends_in_block(a)) return found;
   }
   for (;; a += group) {
+    if (beyond(a - plan.k2)) return Found{};
     typename V::Vec z0, z1, z2, z3;
     auto const h0 = test.hits(a, &z0);
     auto const h1 = test.hits(a + width, &z1);
@@ -150,9 +174,9 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
 
 template <class V>
 Found pair_scan_dispatch(char const* text, char const* pattern, Plan const& plan,
-                         Visitor const& visitor) {
-  return plan.two_variants ? pair_scan<V, true>(text, pattern, plan, visitor)
-                           : pair_scan<V, false>(text, pattern, plan, visitor);
+                         Visitor const& visitor, std::uintptr_t limit) {
+  return plan.two_variants ? pair_scan<V, true>(text, pattern, plan, visitor, limit)
+                           : pair_scan<V, false>(text, pattern, plan, visitor, limit);
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ struct Avx2 {
 }  // namespace
 
 Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor) {
-  return pair_scan_dispatch<Avx2>(text, pattern, plan, visitor);
+                     Visitor const& visitor, std::uintptr_t limit) {
+  return pair_scan_dispatch<Avx2>(text, pattern, plan, visitor, limit);
 }
 
 }  // namespace zelstr::str::search

@@ -25,8 +25,8 @@ struct Sse2 {
 }  // namespace
 
 Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor) {
-  return pair_scan_dispatch<Sse2>(text, pattern, plan, visitor);
+                     Visitor const& visitor, std::uintptr_t limit) {
+  return pair_scan_dispatch<Sse2>(text, pattern, plan, visitor, limit);
 }
 
 }  // namespace zelstr::str::search

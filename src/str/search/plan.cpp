@@ -12,9 +12,9 @@
 namespace zelstr::str::search {
 
 Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor);
+                     Visitor const& visitor, std::uintptr_t limit);
 Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor);
+                     Visitor const& visitor, std::uintptr_t limit);
 
 namespace {
 
@@ -132,15 +132,20 @@ void build_skip(SearchState& st, char const* pattern) {
 // read every byte, so that the walk never steps over the terminator.
 class MeasuredText {
  public:
-  explicit MeasuredText(char const* from) : m_known(from) {}
+  MeasuredText(char const* from, std::uintptr_t limit) : m_known(from), m_limit(limit) {}
 
   // True when the text reaches position `p` (its terminator excluded).
+  // Never beyond the limit.
   bool reaches(char const* p) {
+    if (reinterpret_cast<std::uintptr_t>(p) >= m_limit) return false;
     while (p >= m_known) {
       if (m_end != nullptr) return false;
-      std::size_t const piece = ::strnlen(m_known, kPiece);
+      // Never measured past the limit: p is before it.
+      std::size_t const room = m_limit - reinterpret_cast<std::uintptr_t>(m_known);
+      std::size_t const asked = room < kPiece ? room : kPiece;
+      std::size_t const piece = ::strnlen(m_known, asked);
       m_known += piece;
-      if (piece < kPiece) m_end = m_known;
+      if (piece < asked) m_end = m_known;
     }
     return true;
   }
@@ -150,6 +155,7 @@ class MeasuredText {
   static constexpr std::size_t kPiece = 4096;
   char const* m_known;  // the text has no terminator before here
   char const* m_end = nullptr;
+  std::uintptr_t m_limit;
 };
 
 // The Boyer-Moore walk from window start `from`: compare from the pattern's
@@ -169,8 +175,9 @@ char const* boyer_moore(char const* from, char const* pattern, SearchState const
   char const* i = from + m - 1;
   for (;;) {
     unsigned char b;
-    while (measured.reaches(i) && (b = byte(i)) != last) i += st.skip[b];
-    if (measured.end() != nullptr && i >= measured.end()) return nullptr;
+    bool inside;
+    while ((inside = measured.reaches(i)) && (b = byte(i)) != last) i += st.skip[b];
+    if (!inside) return nullptr;
     // The last bytes agree: compare leftwards.
     std::size_t j = m - 1;
     for (;;) {
@@ -242,17 +249,18 @@ bool prepare(SearchState& st, char const* pattern, std::uint32_t m) noexcept {
 namespace {
 
 // Runs the pair scan, then, if it gave up, the Boyer-Moore walk.
-Found scan(char const* text, char const* pattern, SearchState& st, Visitor const& visitor) {
+Found scan(char const* text, char const* pattern, SearchState& st, Visitor const& visitor,
+           std::uintptr_t limit) {
   char const* const p = st.folds() ? st.folded.c_str() : pattern;
   Found found;
   if (st.plan.vector) {
-    found = has_avx2() ? pair_scan_avx2(text, p, st.plan, visitor)
-                       : pair_scan_sse2(text, p, st.plan, visitor);
+    found = has_avx2() ? pair_scan_avx2(text, p, st.plan, visitor, limit)
+                       : pair_scan_sse2(text, p, st.plan, visitor, limit);
     if (found.resume == nullptr) return found;
   }
   if (!st.skip_ready) build_skip(st, p);
   char const* from = found.resume ? found.resume : text;
-  MeasuredText measured(from);
+  MeasuredText measured(from, limit);
   for (;;) {
     char const* const match = boyer_moore(from, p, st, measured);
     if (match == nullptr) return Found{nullptr, measured.end(), nullptr};
@@ -265,12 +273,13 @@ char const* stop_at_first(void*, char const*) { return nullptr; }
 
 }  // namespace
 
-Found find_first(char const* text, char const* pattern, SearchState& st) {
-  return scan(text, pattern, st, Visitor{stop_at_first, nullptr});
+Found find_first(char const* text, char const* pattern, SearchState& st, std::uintptr_t limit) {
+  return scan(text, pattern, st, Visitor{stop_at_first, nullptr}, limit);
 }
 
-char const* find_all(char const* text, char const* pattern, SearchState& st, Visitor visitor) {
-  Found const found = scan(text, pattern, st, visitor);
+char const* find_all(char const* text, char const* pattern, SearchState& st, Visitor visitor,
+                     std::uintptr_t limit) {
+  Found const found = scan(text, pattern, st, visitor, limit);
   return found.match == nullptr ? found.end : nullptr;
 }
 

@@ -112,14 +112,24 @@ DelimiterCache& delimiter_cache();
 // they give their failure value.
 bool prepare(SearchState& state, char const* pattern, std::uint32_t m) noexcept;
 
-// The first occurrence of the prepared pattern (`pattern` as given to
-// prepare) in `text`, measuring the text on the way where it can.
-Found find_first(char const* text, char const* pattern, SearchState& state);
+// No limit: a scan runs to the text's terminator.
+inline constexpr std::uintptr_t kNoLimit = UINTPTR_MAX;
 
-// Every occurrence in `text`, left to right, each handed to `visitor`, which
-// says where the next may start; one pass over the text.  Returns the
-// text's terminator, or NULL when the visitor stopped the scan first.
-char const* find_all(char const* text, char const* pattern, SearchState& state, Visitor visitor);
+// The first occurrence of the prepared pattern (`pattern` as given to
+// prepare) in `text`, measuring the text on the way where it can.  With a
+// `limit` (an address), only an occurrence that ends by it counts, and the
+// scan stops there: the text is still a zero-terminated string, which may
+// run on past the limit, and no byte at or after the limit decides
+// anything.
+Found find_first(char const* text, char const* pattern, SearchState& state,
+                 std::uintptr_t limit = kNoLimit);
+
+// Every occurrence in `text` (ending by `limit`), left to right, each handed
+// to `visitor`, which says where the next may start; one pass over the text.
+// Returns the text's terminator, or NULL when the visitor stopped the scan
+// first or the scan stopped at the limit.
+char const* find_all(char const* text, char const* pattern, SearchState& state, Visitor visitor,
+                     std::uintptr_t limit = kNoLimit);
 
 }  // namespace zelstr::str::search
 
