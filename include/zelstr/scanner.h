@@ -49,7 +49,9 @@
 // Memory: a scanner allocates nothing (but the warning records, alloc.h).
 //
 // Threads: a scanner is one thread's at a time, and so is the CGrwStr it
-// reads; different scanners may run on several threads at once.
+// reads; different scanners may run on several threads at once.  The set
+// definitions of ReadWord and ReadUntil are compiled into the calling
+// thread's cache of set definitions (setdef.h).
 #ifndef ZELSTR_SCANNER_H
 #define ZELSTR_SCANNER_H
 
@@ -105,10 +107,13 @@ class ZELSTR_API CStrScanner {
   explicit CStrScanner(char const* text) noexcept;
   // Over a growing string, read by offset (see above).
   explicit CStrScanner(CGrwStr& text) noexcept;
+  // A temporary growing string would be gone before the first read.
+  explicit CStrScanner(CGrwStr&& text) = delete;
 
   // Starts again at the head of `text`, with the options kept.
   void Reset(char const* text) noexcept;
   void Reset(CGrwStr& text) noexcept;
+  void Reset(CGrwStr&& text) = delete;
 
   // ZEAL_SCAN_* options, all off at construction.
   void SetOptions(int options) noexcept { m_options = options; }
