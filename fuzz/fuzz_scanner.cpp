@@ -30,7 +30,8 @@ void line_and_column(char const* text, std::size_t offset, unsigned long* line,
   *line = 1;
   *column = 1;
   for (std::size_t i = 0; i < offset; ++i) {
-    if (text[i] == '\n' || (text[i] == '\r' && text[i + 1] != '\n')) {
+    if (text[i] == '\n' && i > 0 && text[i - 1] == '\r') continue;
+    if (text[i] == '\n' || text[i] == '\r') {
       ++*line;
       *column = 1;
     } else {

@@ -72,12 +72,16 @@ char const* CStrScanner::Here() const noexcept {
 }
 
 // The position of `to`, reached from the position (at `from`) by reading
-// the bytes in between.  A CR counts as a line end unless a LF follows.
+// the bytes in between.  A CR ends a line, and so does a LF but after a
+// CR: the rule looks back only, so a growing string whose CR was read
+// before its LF was appended counts the pair once.
 CStrScanner::Position CStrScanner::PosAfter(char const* from, char const* to) const noexcept {
+  char const* const head = Head();
   Position pos = m_pos;
-  pos.offset = static_cast<std::size_t>(to - Head());
+  pos.offset = static_cast<std::size_t>(to - head);
   for (char const* p = from; p < to; ++p) {
-    if (*p == '\n' || (*p == '\r' && p[1] != '\n')) {
+    if (*p == '\n' && p > head && p[-1] == '\r') continue;
+    if (*p == '\n' || *p == '\r') {
       ++pos.line;
       pos.column = 1;
     } else {

@@ -290,6 +290,17 @@ TEST_F(Scanner, GrowingStringMayMoveBetweenReads) {
   text.discard();
   EXPECT_EQ(sc.Get(), 0);
   EXPECT_STREQ(sc.Rest(), "");
+
+  // A CR read before its LF arrives: the pair still ends one line.
+  text = "a\r";
+  sc.Reset(text);
+  EXPECT_EQ(sc.Get(), 'a');
+  EXPECT_EQ(sc.Get(), '\r');
+  text += "\nb";
+  EXPECT_EQ(sc.Get(), '\n');
+  EXPECT_EQ(sc.Get(), 'b');
+  EXPECT_EQ(sc.GetLine(), 2u);
+  EXPECT_EQ(sc.GetColumn(), 2u);
 }
 
 TEST_F(Scanner, FormattedReading) {
