@@ -4,9 +4,10 @@
 // A scanner reads its text from left to right: blanks, words of a set
 // definition (setdef.h), integers, floating-point numbers, quoted strings,
 // delimited SQL names, text up to a delimiter, whole lines, and a
-// scanf-like call (Scan) built on those readers.  It knows its offset, line
-// and column (both from 1; LF, CR LF and a lone CR each end a line, and a
-// column counts bytes), can peek, and can go back to a position it gave.
+// scanf-like call (Scan) built on those readers.  It knows its offset
+// (from 0), line and column (from 1; LF, CR LF and a lone CR each end a
+// line, and a column counts bytes), can peek, and can go back to a
+// position it gave.
 //
 // The text: a zero-terminated string is read where it lies (it is not
 // copied and must outlive its reading); nothing past its terminator is
@@ -43,7 +44,7 @@
 //   "CStrScanner::%s() - Warning: <%s> given in argument is out of range: %s was returned as result."
 //   "CStrScanner::%s() - Warning: <setdef> given in argument is not a valid set definition: 0 was returned as result."
 //   "CStrScanner::Scan() - Warning: <format> given in argument is not valid, or does not agree with the arguments, at its byte %d: -1 was returned as result."
-// A NULL text given to a constructor or to Reset draws the first text
+// A NULL text given to a constructor or to Reset draws the NULL text
 // (fallback "an empty text"), and the scanner reads "".
 //
 // Memory: a scanner allocates nothing (but the warning records, alloc.h).
@@ -170,7 +171,8 @@ class ZELSTR_API CStrScanner {
   // A quoted string opened by `quote` (0: by "'" or by a double quotation
   // mark), without its quotes, into `buffer`.  Inside, the quote doubled
   // stands for one; with ZEAL_SCAN_BACKSLASH a backslash takes the next
-  // byte as it is instead (and a doubled quote closes and opens).  NULL
+  // byte as it is instead (and the string ends at its first plain quote,
+  // doubled or not).  NULL
   // buffer or a size of 0: 0.
   int ReadQuoted(char* buffer, std::size_t size, char quote = 0) noexcept;
   // A delimited SQL name, [..] with "]]" for "]", or a double-quoted one
@@ -205,13 +207,13 @@ class ZELSTR_API CStrScanner {
   // take their set definition).  A buffer is a char array, whose size is
   // known, or a Buffer{pointer, size}: never a bare char*.  A set
   // definition is a char const* or a string literal.  Other types do not
-  // compile.  The readers
-  // skip blanks and warn as their own calls do.
+  // compile.  The readers skip blanks and warn as their own calls do.
   // Returns the number of conversions stored, stopping at the first
   // failure (the scanner then stands where that item began, GetError says
-  // why); -1 with the format warning, reading nothing, when the format is
-  // wrong or its conversions and the arguments do not agree in number and
-  // kind.
+  // why; a NULL char* for %c draws the NULL text); -1 with the format
+  // warning, reading nothing, when the format is wrong or its conversions
+  // and the arguments do not agree in number and kind; -1 with the NULL
+  // text for a NULL format.
   template <class... Args>
   int Scan(char const* format, Args&&... args) noexcept {
     ScanArg const list[] = {ScanArg{}, arg(args)...};
