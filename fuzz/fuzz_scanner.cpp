@@ -68,7 +68,8 @@ struct Buffers {
   }
 };
 
-void fuzz_scan(CStrScanner& sc, FuzzedDataProvider& in, std::string const& format, char const* text) {
+void fuzz_scan(CStrScanner& sc, FuzzedDataProvider& in, std::string const& format,
+               char const* text) {
   long long wide = 0;
   int narrow = 0;
   unsigned u = 0;
@@ -79,13 +80,27 @@ void fuzz_scan(CStrScanner& sc, FuzzedDataProvider& in, std::string const& forma
   std::vector<Arg> args;
   for (int n = in.ConsumeIntegralInRange(0, 8); n > 0; --n) {
     switch (in.ConsumeIntegralInRange(0, 8)) {
-      case 0: args.push_back({Arg::kInt, &narrow, 0, nullptr}); break;
-      case 1: args.push_back({Arg::kLongLong, &wide, 0, nullptr}); break;
-      case 2: args.push_back({Arg::kUnsigned, &u, 0, nullptr}); break;
-      case 3: args.push_back({Arg::kUnsignedLongLong, &uwide, 0, nullptr}); break;
-      case 4: args.push_back({Arg::kDouble, &d, 0, nullptr}); break;
-      case 5: args.push_back({Arg::kChar, &c, 0, nullptr}); break;
-      case 6: args.push_back({Arg::kText, nullptr, 0, kSetdefs[in.ConsumeIntegralInRange(0, 6)]}); break;
+      case 0:
+        args.push_back({Arg::kInt, &narrow, 0, nullptr});
+        break;
+      case 1:
+        args.push_back({Arg::kLongLong, &wide, 0, nullptr});
+        break;
+      case 2:
+        args.push_back({Arg::kUnsigned, &u, 0, nullptr});
+        break;
+      case 3:
+        args.push_back({Arg::kUnsignedLongLong, &uwide, 0, nullptr});
+        break;
+      case 4:
+        args.push_back({Arg::kDouble, &d, 0, nullptr});
+        break;
+      case 5:
+        args.push_back({Arg::kChar, &c, 0, nullptr});
+        break;
+      case 6:
+        args.push_back({Arg::kText, nullptr, 0, kSetdefs[in.ConsumeIntegralInRange(0, 6)]});
+        break;
       default: {
         std::size_t const size = in.ConsumeIntegralInRange(1, 12);
         args.push_back({Arg::kBuffer, buffers.add(size), size, nullptr});
@@ -114,17 +129,39 @@ void fuzz_read(CStrScanner& sc, FuzzedDataProvider& in, char const* text) {
   double d = 0;
   int read = 1;
   switch (in.ConsumeIntegralInRange(0, 11)) {
-    case 0: read = sc.ReadInt(&wide); break;
-    case 1: read = sc.ReadUInt(&uwide); break;
-    case 2: read = sc.ReadDouble(&d); break;
-    case 3: read = sc.ReadWord(setdef, buffer, size); break;
-    case 4: read = sc.ReadQuoted(buffer, size, in.ConsumeBool() ? '\'' : '\0'); break;
-    case 5: read = sc.ReadName(buffer, size); break;
-    case 6: read = sc.ReadUntil(setdef, buffer, size); break;
-    case 7: read = sc.ReadLine(buffer, size); break;
-    case 8: read = sc.Expect(setdef); break;
-    case 9: sc.SkipBlanks(); break;
-    case 10: sc.Get(); break;
+    case 0:
+      read = sc.ReadInt(&wide);
+      break;
+    case 1:
+      read = sc.ReadUInt(&uwide);
+      break;
+    case 2:
+      read = sc.ReadDouble(&d);
+      break;
+    case 3:
+      read = sc.ReadWord(setdef, buffer, size);
+      break;
+    case 4:
+      read = sc.ReadQuoted(buffer, size, in.ConsumeBool() ? '\'' : '\0');
+      break;
+    case 5:
+      read = sc.ReadName(buffer, size);
+      break;
+    case 6:
+      read = sc.ReadUntil(setdef, buffer, size);
+      break;
+    case 7:
+      read = sc.ReadLine(buffer, size);
+      break;
+    case 8:
+      read = sc.Expect(setdef);
+      break;
+    case 9:
+      sc.SkipBlanks();
+      break;
+    case 10:
+      sc.Get();
+      break;
     default: {
       CStrScanner::Position const pos = sc.GetPos();
       sc.Peek(in.ConsumeIntegralInRange<std::size_t>(0, 20));

@@ -95,11 +95,20 @@ class ZELSTR_API CStrScanner {
 
   // One argument of Scan, as the template below makes it.
   struct ScanArg {
-    enum Kind : int { kInt, kLongLong, kUnsigned, kUnsignedLongLong, kDouble, kChar, kBuffer, kText };
+    enum Kind : int {
+      kInt,
+      kLongLong,
+      kUnsigned,
+      kUnsignedLongLong,
+      kDouble,
+      kChar,
+      kBuffer,
+      kText
+    };
     Kind kind;
-    void* target;       // where a value goes (kBuffer: the buffer)
-    std::size_t size;   // kBuffer: its size
-    char const* text;   // kText: a set definition
+    void* target;      // where a value goes (kBuffer: the buffer)
+    std::size_t size;  // kBuffer: its size
+    char const* text;  // kText: a set definition
   };
 
   // Over "" until Reset.

@@ -8,19 +8,24 @@
 namespace {
 
 using zelstr::grwstr::is_blank;
-using zelstr::grwstr::msg::kScanNullArgumentFormat;
 using zelstr::grwstr::scan_warn;
+using zelstr::grwstr::msg::kScanNullArgumentFormat;
 
 constexpr CStrScanner::Position kHead = {0, 1, 1};
 
 char const* reason_text(int reason) {
   namespace msg = zelstr::grwstr::msg;
   switch (reason) {
-    case ZEAL_SCAN_END: return msg::kScanReasonEnd;
-    case ZEAL_SCAN_OVERFLOW: return msg::kScanReasonOverflow;
-    case ZEAL_SCAN_UNCLOSED: return msg::kScanReasonUnclosed;
-    case ZEAL_SCAN_TOO_LONG: return msg::kScanReasonTooLong;
-    default: return msg::kScanReasonSyntax;
+    case ZEAL_SCAN_END:
+      return msg::kScanReasonEnd;
+    case ZEAL_SCAN_OVERFLOW:
+      return msg::kScanReasonOverflow;
+    case ZEAL_SCAN_UNCLOSED:
+      return msg::kScanReasonUnclosed;
+    case ZEAL_SCAN_TOO_LONG:
+      return msg::kScanReasonTooLong;
+    default:
+      return msg::kScanReasonSyntax;
   }
 }
 

@@ -75,8 +75,8 @@ int CStrScanner::ScanArgs(char const* format, ScanArg const* args, int count) no
     BadArgument("Scan", msg::kScanNullArgumentFormat, "format", "-1");
     return -1;
   }
-  int const fault = count < 0 || (count > 0 && args == nullptr) ? 0
-                                                                : format_fault(format, args, count);
+  int const fault =
+      count < 0 || (count > 0 && args == nullptr) ? 0 : format_fault(format, args, count);
   if (fault >= 0) {
     m_error = ZEAL_SCAN_BAD_ARGUMENT;
     m_errorPos = m_pos;

@@ -85,7 +85,8 @@ unsigned char const* CStrScanner::Members(char const* function, char const* setd
 }
 
 int CStrScanner::Expect(char const* literal) noexcept {
-  if (literal == nullptr) return BadArgument("Expect", msg::kScanNullArgumentFormat, "literal", "0");
+  if (literal == nullptr)
+    return BadArgument("Expect", msg::kScanNullArgumentFormat, "literal", "0");
   char const* const start = TokenStart();
   std::size_t i = 0;
   while (literal[i] != '\0' && start[i] == literal[i]) ++i;
@@ -126,8 +127,8 @@ int CStrScanner::ReadLine(char* buffer, std::size_t size) noexcept {
 
 // The quoted string or name opened at the token start (checked by the
 // caller), decoded into the buffer.
-int CStrScanner::ReadDelimited(char const* function, char close, bool backslash,
-                               bool allow_empty, char* buffer, std::size_t size) noexcept {
+int CStrScanner::ReadDelimited(char const* function, char close, bool backslash, bool allow_empty,
+                               char* buffer, std::size_t size) noexcept {
   char const* const start = TokenStart();
   char const* end = nullptr;
   std::size_t const n = decode(start + 1, close, backslash, nullptr, &end);

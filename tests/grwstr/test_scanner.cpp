@@ -41,9 +41,23 @@ std::string failed(char const* function, char const* reason, int line, int colum
 
 // Random text made of pieces that matter to integers.
 std::string random_number_text(std::mt19937& rng) {
-  static char const* const pieces[] = {" ", "\t", "+", "-", "0", "0x", "0X", "7", "9", "f",
-                                       "A", "g", "x", "18446744073709551615", "9223372036854775808",
-                                       "ffffffffffffffff", "1"};
+  static char const* const pieces[] = {" ",
+                                       "\t",
+                                       "+",
+                                       "-",
+                                       "0",
+                                       "0x",
+                                       "0X",
+                                       "7",
+                                       "9",
+                                       "f",
+                                       "A",
+                                       "g",
+                                       "x",
+                                       "18446744073709551615",
+                                       "9223372036854775808",
+                                       "ffffffffffffffff",
+                                       "1"};
   std::string s;
   for (int n = static_cast<int>(rng() % 6); n >= 0; --n) s += pieces[rng() % std::size(pieces)];
   return s;
@@ -106,8 +120,10 @@ TEST_F(Scanner, NarrowIntegersRefuseWhatDoesNotFit) {
     char const* text;
     int read;
     long long value;
-  } const cases[] = {{"2147483647", 1, 2147483647}, {"-2147483648", 1, -2147483647 - 1},
-                     {"2147483648", 0, 0},          {"-0x80000001", 0, 0},
+  } const cases[] = {{"2147483647", 1, 2147483647},
+                     {"-2147483648", 1, -2147483647 - 1},
+                     {"2147483648", 0, 0},
+                     {"-0x80000001", 0, 0},
                      {"0x7fffffff", 1, 0x7fffffff}};
   for (auto const& c : cases) {
     CStrScanner sc(c.text);
@@ -309,9 +325,9 @@ TEST_F(Scanner, FormattedReading) {
   double ratio = 0;
   char schema[8], name[2], quoted[8], line[32];
   char c = 0;
-  EXPECT_EQ(sc.Scan("size = %u , ratio=%f %N%c%N %q %l", &size, &ratio, schema, &c, name, quoted,
-                    line),
-            7);
+  EXPECT_EQ(
+      sc.Scan("size = %u , ratio=%f %N%c%N %q %l", &size, &ratio, schema, &c, name, quoted, line),
+      7);
   EXPECT_EQ(size, 16u);
   EXPECT_EQ(ratio, 2.5);
   EXPECT_STREQ(schema, "dbo");
@@ -326,9 +342,9 @@ TEST_F(Scanner, FormattedReading) {
   char word[4];
   long long n = 0;
   CStrScanner::Buffer const until{word, sizeof word};
-  EXPECT_EQ(sc.Scan("%*w:%*w %d 100%% %*t;%t %d %d", "[a-z]", "[a-z]", &n, "[;]", "[ ]", until,
-                    &n, &n),
-            3);
+  EXPECT_EQ(
+      sc.Scan("%*w:%*w %d 100%% %*t;%t %d %d", "[a-z]", "[a-z]", &n, "[;]", "[ ]", until, &n, &n),
+      3);
   EXPECT_EQ(n, -7);
   EXPECT_STREQ(word, "b");
   EXPECT_EQ(sc.GetOffset(), 19u);  // at "z", where the item that failed began
@@ -346,16 +362,16 @@ TEST_F(Scanner, WrongFormatsReadNothing) {
   };
   CStrScanner sc("12 ab");
   Case const got[] = {
-      {sc.Scan("%d %d", &i), 3},           {sc.Scan("%d", &i, &i), 2},
-      {sc.Scan("%u", &i), 0},              {sc.Scan("ab%", &i), 2},
-      {sc.Scan("%w", buffer), 0},          {sc.Scan("%z", &i), 0},
-      {sc.Scan("%*d", &i), 3},             {sc.Scan("%q", "[a]"), 0},
+      {sc.Scan("%d %d", &i), 3}, {sc.Scan("%d", &i, &i), 2}, {sc.Scan("%u", &i), 0},
+      {sc.Scan("ab%", &i), 2},   {sc.Scan("%w", buffer), 0}, {sc.Scan("%z", &i), 0},
+      {sc.Scan("%*d", &i), 3},   {sc.Scan("%q", "[a]"), 0},
   };
   std::vector<ExpectedWarning> expected;
   for (auto const& g : got) {
     EXPECT_EQ(g.result, -1);
-    std::string text = "CStrScanner::Scan() - Warning: <format> given in argument is not valid, "
-                       "or does not agree with the arguments, at its byte ";
+    std::string text =
+        "CStrScanner::Scan() - Warning: <format> given in argument is not valid, "
+        "or does not agree with the arguments, at its byte ";
     text += std::to_string(g.byte);
     text += ": -1 was returned as result.";
     expected.push_back(scan_warning(text));
@@ -413,7 +429,8 @@ TEST_F(Scanner, FailuresAndBadArgumentsAreReported) {
       bad("ReadName", "out of range", "size", "0"),
       bad("SetPos", "out of range", "pos", "0"),
       scan_warning(failed("ReadInt", "the text there is not what was asked for", 1, 1)),
-      scan_warning(failed("ReadQuoted", "the quotes or brackets opened there are not closed", 2, 3)),
+      scan_warning(
+          failed("ReadQuoted", "the quotes or brackets opened there are not closed", 2, 3)),
   }));
 }
 
