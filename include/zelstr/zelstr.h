@@ -38,6 +38,7 @@
 #include "zelstr/regextras.h"
 #include "zelstr/replace.h"
 #include "zelstr/reserved.h"
+#include "zelstr/scanner.h"
 #include "zelstr/scratch.h"
 #include "zelstr/search.h"
 #include "zelstr/setdef.h"

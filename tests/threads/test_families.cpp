@@ -221,6 +221,22 @@ struct Round {
         << parts.HidePlSql(code.c_str(), ZEAL_HIDE_COMMENTS);
   }
 
+  // A scanner over a growing string that grows between two scans, with a
+  // set definition of the thread's own.
+  void scanning() {
+    CGrwStr settings(8);
+    settings = cat({"name = [", pattern, "] size=", std::to_string(thread), "\n"}).c_str();
+    CStrScanner sc(settings);
+    std::string const keys = cat({"[a-", one_byte('n' + thread), "]"});
+    char key[16];
+    char name[64];
+    int size = -1;
+    out << sc.Scan("%w = %N %w=%d", keys.c_str(), key, name, "[a-z]", key, &size) << key << name
+        << size;
+    settings += "a = 'it''s' ";
+    out << sc.Scan(" %*w = %q", keys.c_str(), name) << name << sc.GetLine() << sc.GetColumn();
+  }
+
   // Two warnings a round, with texts of their own.
   void warnings() {
     _zstrquoted(nullptr, '\'');
@@ -238,6 +254,7 @@ struct Round {
     regexes();
     dialects();
     patterns();
+    scanning();
     warnings();
   }
 };
