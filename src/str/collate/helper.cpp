@@ -1,0 +1,264 @@
+// helper.cpp - ZealStrHelper: the string operations over the system's
+// collator (platform/collation.h).
+//
+// Each operation converts its code page 1252 text into UTF-16 one byte for
+// one unit (code_page.h), on the stack when short, and hands it to the
+// collator.  The case tables are built once, when the helper is opened, by
+// asking the collator for the case of each of the code page's characters:
+// upper and lower then cost one table look-up a byte.
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <new>
+
+#include "frame/memory.h"
+#include "platform/collation.h"
+#include "str/collate/code_page.h"
+#include "str/collate/report.h"
+#include "zelstr/search.h"
+#include "zelstr/strhelper.h"
+
+struct ZealStrHelper::Impl {
+  zelstr::platform::Collation* collation = nullptr;
+  char locale[160] = {};  // as asked, when the collator knows it
+  unsigned char upper[256] = {};
+  unsigned char lower[256] = {};
+};
+
+namespace {
+
+using zelstr::collate::kUnitOf;
+using zelstr::collate::warn;
+using zelstr::collate::warn_format;
+namespace msg = zelstr::collate::msg;
+namespace platform = zelstr::platform;
+
+constexpr unsigned long kWhole = ULONG_MAX;
+// The collators take lengths as int: longer texts are seen up to this.
+constexpr unsigned long kMaxUnits = INT_MAX;
+
+// A string's first `limit` bytes at most, as UTF-16: on the stack up to
+// kSmall units, in a heap buffer beyond.
+class Units {
+ public:
+  static constexpr unsigned long kSmall = 256;
+
+  Units(char const* s, unsigned long limit) noexcept {
+    auto const* p = reinterpret_cast<unsigned char const*>(s);
+    unsigned long const stack_limit = std::min(limit, kSmall);
+    unsigned long n = 0;
+    for (; n < stack_limit && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
+    if (n == kSmall && n < limit && p[n] != 0) {
+      unsigned long end = n;
+      unsigned long const cap = std::min(limit, kMaxUnits);
+      while (end < cap && p[end] != 0) ++end;
+      m_heap = zelstr::frame::new_array<char16_t>(end);
+      if (m_heap == nullptr) {
+        m_size = -1;
+        return;
+      }
+      std::memcpy(m_heap, m_small, sizeof m_small);
+      for (; n < end; ++n) m_heap[n] = kUnitOf[p[n]];
+      m_data = m_heap;
+    }
+    m_size = static_cast<int>(n);
+  }
+  ~Units() { delete[] m_heap; }
+  Units(Units const&) = delete;
+  Units& operator=(Units const&) = delete;
+
+  bool ok() const noexcept { return m_size >= 0; }
+  char16_t const* data() const noexcept { return m_data; }
+  int size() const noexcept { return m_size; }
+
+ private:
+  char16_t m_small[kSmall];
+  char16_t* m_heap = nullptr;
+  char16_t const* m_data = m_small;
+  int m_size = 0;
+};
+
+// The bytes' order over at most `limit` bytes, as _zstrncmp.
+int byte_order(char const* s1, char const* s2, unsigned long limit) {
+  auto const* a = reinterpret_cast<unsigned char const*>(s1);
+  auto const* b = reinterpret_cast<unsigned char const*>(s2);
+  for (unsigned long i = 0; i < limit; ++i) {
+    if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
+    if (a[i] == 0) break;
+  }
+  return 0;
+}
+
+// The order of two non-NULL strings.
+int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsigned long limit) {
+  if (impl == nullptr) return byte_order(s1, s2, limit);
+  Units const a(s1, limit);
+  Units const b(s2, limit);
+  if (!a.ok() || !b.ok()) return byte_order(s1, s2, limit);
+  return platform::collate(*impl->collation, a.data(), a.size(), b.data(), b.size());
+}
+
+// _zstrcmp's order of NULL, with the warning of `function`.
+int null_order(char const* s1, char const* s2, char const* function) {
+  if (s1 == nullptr && s2 == nullptr) {
+    warn_format(msg::kHelperNullBothFormat, function);
+    return 0;
+  }
+  if (s1 == nullptr) {
+    warn_format(msg::kHelperNullFirstFormat, function);
+    return -1;
+  }
+  warn_format(msg::kHelperNullSecondFormat, function);
+  return 1;
+}
+
+char* find_piece(ZealStrHelper::Impl const* impl, char const* text, char const* pattern,
+                 unsigned long* length, bool ignore_case, char const* function) {
+  if (text == nullptr || pattern == nullptr) {
+    warn_format(msg::kHelperNullSearchFormat, function);
+    return nullptr;
+  }
+  if (pattern[0] == '\0') {
+    if (length != nullptr) *length = 0;
+    return const_cast<char*>(text);
+  }
+  if (impl == nullptr) {
+    char const* const at = ignore_case ? _zstristr(text, pattern) : _zstrstr(text, pattern);
+    if (at != nullptr && length != nullptr) *length = std::strlen(pattern);
+    return const_cast<char*>(at);
+  }
+  Units const t(text, kWhole);
+  Units const p(pattern, kWhole);
+  if (!t.ok() || !p.ok()) return nullptr;
+  int found = 0;
+  int const at =
+      platform::find(*impl->collation, t.data(), t.size(), p.data(), p.size(), ignore_case, found);
+  if (at < 0) return nullptr;
+  if (length != nullptr) *length = static_cast<unsigned long>(found);
+  return const_cast<char*>(text) + at;
+}
+
+// The byte each byte's case goes to in the collator's locale (itself when
+// that case is not a single character of the code page).
+void build_case_table(platform::Collation const& collation, bool upper,
+                      unsigned char (&table)[256]) {
+  char16_t units[256];
+  std::copy(kUnitOf.begin(), kUnitOf.end(), units);
+  platform::change_case(collation, units, 256, upper);
+  for (int b = 0; b < 256; ++b) {
+    int const changed = zelstr::collate::byte_of(units[b]);
+    table[b] = static_cast<unsigned char>(b != 0 && changed > 0 ? changed : b);
+  }
+}
+
+char* apply(unsigned char const* table, char* text) {
+  if (table == nullptr) return text;
+  for (auto* p = reinterpret_cast<unsigned char*>(text); *p != 0; ++p) *p = table[*p];
+  return text;
+}
+
+}  // namespace
+
+ZealStrHelper::ZealStrHelper(char const* locale, int strength) noexcept
+    : m_impl(nullptr), m_strength(strength) {
+  if (strength < primary || strength > tertiary) {
+    warn_format(msg::kHelperBadStrengthFormat, strength);
+    m_strength = tertiary;
+  }
+  char const* asked = locale;
+  if (asked == nullptr) {
+    warn(msg::kHelperNullLocale);
+    asked = "";
+  }
+  Impl* const impl = new (std::nothrow) Impl;
+  if (impl == nullptr) {
+    zelstr::frame::note_allocation_failure();
+    warn_format(msg::kHelperNoCollatorFormat, asked);
+    return;
+  }
+  bool known = std::strlen(asked) < sizeof impl->locale;
+  if (known) {
+    impl->collation = platform::open_collation(asked, m_strength, known);
+  } else {
+    bool root_known = true;
+    impl->collation = platform::open_collation("", m_strength, root_known);
+  }
+  if (!known) warn_format(msg::kHelperUnknownLocaleFormat, asked);
+  if (impl->collation == nullptr) {
+    warn_format(msg::kHelperNoCollatorFormat, asked);
+    delete impl;
+    return;
+  }
+  if (known) std::strcpy(impl->locale, asked);
+  build_case_table(*impl->collation, true, impl->upper);
+  build_case_table(*impl->collation, false, impl->lower);
+  m_impl = impl;
+}
+
+ZealStrHelper::~ZealStrHelper() {
+  if (m_impl != nullptr) platform::close_collation(m_impl->collation);
+  delete m_impl;
+}
+
+char const* ZealStrHelper::locale() const noexcept {
+  return m_impl != nullptr ? m_impl->locale : "";
+}
+
+int ZealStrHelper::strength() const noexcept { return m_strength; }
+
+bool ZealStrHelper::has_collator() const noexcept { return m_impl != nullptr; }
+
+int ZealStrHelper::compare(char const* s1, char const* s2) const noexcept {
+  if (s1 == nullptr || s2 == nullptr) return null_order(s1, s2, "compare");
+  return order(m_impl, s1, s2, kWhole);
+}
+
+int ZealStrHelper::ncompare(char const* s1, char const* s2, unsigned long count) const noexcept {
+  if (count == 0) return 0;
+  if (s1 == nullptr || s2 == nullptr) return null_order(s1, s2, "ncompare");
+  return order(m_impl, s1, s2, count);
+}
+
+char* ZealStrHelper::search(char const* text, char const* pattern,
+                            unsigned long* length) const noexcept {
+  return find_piece(m_impl, text, pattern, length, false, "search");
+}
+
+char* ZealStrHelper::isearch(char const* text, char const* pattern,
+                             unsigned long* length) const noexcept {
+  return find_piece(m_impl, text, pattern, length, true, "isearch");
+}
+
+char* ZealStrHelper::upper(char* text) const noexcept {
+  if (text == nullptr) {
+    warn_format(msg::kHelperNullCaseFormat, "upper");
+    return nullptr;
+  }
+  return apply(m_impl != nullptr ? m_impl->upper : nullptr, text);
+}
+
+char* ZealStrHelper::lower(char* text) const noexcept {
+  if (text == nullptr) {
+    warn_format(msg::kHelperNullCaseFormat, "lower");
+    return nullptr;
+  }
+  return apply(m_impl != nullptr ? m_impl->lower : nullptr, text);
+}
+
+void ZealStrHelper::sort(char const** strings, unsigned long count) const noexcept {
+  if (count == 0) return;
+  if (strings == nullptr) {
+    warn_format(msg::kHelperNullArrayFormat, count);
+    return;
+  }
+  unsigned long const nulls =
+      static_cast<unsigned long>(std::count(strings, strings + count, nullptr));
+  if (nulls != 0) warn_format(msg::kHelperNullEntriesFormat, nulls);
+  Impl const* const impl = m_impl;
+  // The merge sort keeps equal strings in their order; it sorts in place,
+  // more slowly, when it cannot get its buffer.
+  std::stable_sort(strings, strings + count, [impl](char const* a, char const* b) {
+    if (a == nullptr || b == nullptr) return a == nullptr && b != nullptr;
+    return order(impl, a, b, kWhole) < 0;
+  });
+}
