@@ -28,6 +28,13 @@ void close_collation(Collation* collation) noexcept;
 int collate(Collation const& collation, char16_t const* a, int na, char16_t const* b,
             int nb) noexcept;
 
+// Whether comparing two strings from just after an identical head may
+// give another answer than comparing them whole when `unit` stands on
+// either side of the cut (it may join the characters beside it in one
+// collation element, say).  True for every unit when the system gives no
+// such guarantee.
+bool joins_neighbours(Collation const& collation, char16_t unit) noexcept;
+
 // Outcomes of find other than an offset.
 inline constexpr int kNotFound = -1;
 inline constexpr int kCannotSearch = -2;  // memory was short

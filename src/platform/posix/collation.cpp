@@ -10,6 +10,7 @@
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
 #include <unicode/usearch.h>
+#include <unicode/uset.h>
 #include <unicode/ustring.h>
 
 #include <algorithm>
@@ -23,6 +24,7 @@ namespace zelstr::platform {
 struct Collation {
   UCollator* exact = nullptr;
   UCollator* caseless = nullptr;
+  USet* unsafe = nullptr;                    // characters that may join their neighbours
   char locale[ULOC_FULLNAME_CAPACITY] = {};  // for the case mapping
 };
 
@@ -84,17 +86,29 @@ Collation* open_collation(char const* locale, int strength, bool& known) noexcep
     collation->caseless = open_at(used, std::min(exact, UCOL_SECONDARY));
     std::strncpy(collation->locale, used, sizeof collation->locale - 1);
   }
-  if (collation->caseless == nullptr) {
-    close_collation(collation);
-    return nullptr;
+  if (collation->caseless != nullptr) {
+    UErrorCode status = U_ZERO_ERROR;
+    collation->unsafe = uset_openEmpty();
+    if (collation->unsafe != nullptr) {
+      ucol_getUnsafeSet(collation->exact, collation->unsafe, &status);
+      uset_freeze(collation->unsafe);
+    }
+    if (collation->unsafe == nullptr || U_FAILURE(status)) {
+      frame::note_allocation_failure();
+      close_collation(collation);
+      return nullptr;
+    }
+    return collation;
   }
-  return collation;
+  close_collation(collation);
+  return nullptr;
 }
 
 void close_collation(Collation* collation) noexcept {
   if (collation == nullptr) return;
   ucol_close(collation->exact);
   ucol_close(collation->caseless);
+  if (collation->unsafe != nullptr) uset_close(collation->unsafe);
   delete collation;
 }
 
@@ -102,6 +116,10 @@ int collate(Collation const& collation, char16_t const* a, int na, char16_t cons
             int nb) noexcept {
   UCollationResult const r = ucol_strcoll(collation.exact, a, na, b, nb);
   return r == UCOL_LESS ? -1 : r == UCOL_GREATER ? 1 : 0;
+}
+
+bool joins_neighbours(Collation const& collation, char16_t unit) noexcept {
+  return uset_contains(collation.unsafe, unit) != 0;
 }
 
 int find(Collation const& collation, char16_t const* text, int n, char16_t const* pattern, int m,

@@ -76,6 +76,9 @@ int collate(Collation const& collation, char16_t const* a, int na, char16_t cons
   return r == CSTR_LESS_THAN ? -1 : r == CSTR_GREATER_THAN ? 1 : 0;
 }
 
+// The system says nothing of which characters its comparisons join.
+bool joins_neighbours(Collation const& /*collation*/, char16_t /*unit*/) noexcept { return true; }
+
 int find(Collation const& collation, char16_t const* text, int n, char16_t const* pattern, int m,
          bool ignore_case, int& length) noexcept {
   // FindNLSStringEx takes the comparison flags but for the sort kind.

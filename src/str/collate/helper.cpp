@@ -23,6 +23,7 @@ struct ZealStrHelper::Impl {
   char locale[160] = {};  // as asked, when the collator knows it
   unsigned char upper[256] = {};
   unsigned char lower[256] = {};
+  bool joins[256] = {};  // bytes that may join their neighbours
 };
 
 namespace {
@@ -89,13 +90,24 @@ int byte_order(char const* s1, char const* s2, unsigned long limit) {
   return 0;
 }
 
-// The order of two non-NULL strings.
+// The order of two non-NULL strings.  An identical head collates the same
+// in both, so the collator is given what follows it only, from a cut that
+// no character joining its neighbours stands beside (strings sorted
+// together often share long heads).
 int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsigned long limit) {
   if (impl == nullptr) return byte_order(s1, s2, limit);
-  Units const a(s1, limit);
-  Units const b(s2, limit);
-  if (!a.ok() || !b.ok()) return byte_order(s1, s2, limit);
-  return platform::collate(*impl->collation, a.data(), a.size(), b.data(), b.size());
+  auto const* a = reinterpret_cast<unsigned char const*>(s1);
+  auto const* b = reinterpret_cast<unsigned char const*>(s2);
+  unsigned long head = 0;
+  while (head < limit && a[head] == b[head] && a[head] != 0) ++head;
+  if (head == limit || a[head] == b[head]) return 0;
+  while (head > 0 && (impl->joins[a[head]] || impl->joins[b[head]] || impl->joins[a[head - 1]])) {
+    --head;
+  }
+  Units const ua(s1 + head, limit - head);
+  Units const ub(s2 + head, limit - head);
+  if (!ua.ok() || !ub.ok()) return byte_order(s1, s2, limit);
+  return platform::collate(*impl->collation, ua.data(), ua.size(), ub.data(), ub.size());
 }
 
 // _zstrcmp's order of NULL, with the warning of `function`.
@@ -192,6 +204,9 @@ ZealStrHelper::ZealStrHelper(char const* locale, int strength) noexcept
   if (known) std::strcpy(impl->locale, asked);
   build_case_table(*impl->collation, true, impl->upper);
   build_case_table(*impl->collation, false, impl->lower);
+  for (int c = 0; c < 256; ++c) {
+    impl->joins[c] = c != 0 && platform::joins_neighbours(*impl->collation, kUnitOf[c]);
+  }
   m_impl = impl;
 }
 
