@@ -9,6 +9,7 @@
 
 #include <unicode/ucol.h>
 #include <unicode/uloc.h>
+#include <unicode/unorm2.h>
 #include <unicode/usearch.h>
 #include <unicode/uset.h>
 #include <unicode/ustring.h>
@@ -24,7 +25,8 @@ namespace zelstr::platform {
 struct Collation {
   UCollator* exact = nullptr;
   UCollator* caseless = nullptr;
-  USet* unsafe = nullptr;                    // characters that may join their neighbours
+  USet* tailored = nullptr;  // the characters of the locale's own rules
+  UNormalizer2 const* nfd = nullptr;
   char locale[ULOC_FULLNAME_CAPACITY] = {};  // for the case mapping
 };
 
@@ -63,6 +65,40 @@ UCollator* open_at(char const* locale, UCollationStrength strength) {
   return collator;
 }
 
+// Every character of what the locale's rules tailor: the letters its
+// contractions are made of among them.  (Reading the collator's complete
+// set of such characters takes milliseconds; this, a small fraction.)
+USet* joined_by_rules(UCollator const* collator) {
+  UErrorCode status = U_ZERO_ERROR;
+  USet* const rules = ucol_getTailoredSet(collator, &status);
+  USet* const joined = U_SUCCESS(status) ? uset_openEmpty() : nullptr;
+  if (joined != nullptr) {
+    int32_t const items = uset_getItemCount(rules);
+    for (int32_t i = 0; i < items && U_SUCCESS(status); ++i) {
+      UChar32 first = 0;
+      UChar32 last = 0;
+      UChar text[32];
+      int32_t const length = uset_getItem(rules, i, &first, &last, text, 32, &status);
+      if (status == U_BUFFER_OVERFLOW_ERROR) {
+        // A contraction longer than any of the code page's languages has:
+        // its characters are not needed.
+        status = U_ZERO_ERROR;
+      } else if (length == 0) {
+        uset_addRange(joined, first, last);
+      } else {
+        for (int32_t k = 0; k < length; ++k) uset_add(joined, text[k]);
+      }
+    }
+    uset_freeze(joined);
+  }
+  uset_close(rules);
+  if (U_FAILURE(status)) {
+    uset_close(joined);
+    return nullptr;
+  }
+  return joined;
+}
+
 }  // namespace
 
 Collation* open_collation(char const* locale, int strength, bool& known) noexcept {
@@ -88,17 +124,10 @@ Collation* open_collation(char const* locale, int strength, bool& known) noexcep
   }
   if (collation->caseless != nullptr) {
     UErrorCode status = U_ZERO_ERROR;
-    collation->unsafe = uset_openEmpty();
-    if (collation->unsafe != nullptr) {
-      ucol_getUnsafeSet(collation->exact, collation->unsafe, &status);
-      uset_freeze(collation->unsafe);
-    }
-    if (collation->unsafe == nullptr || U_FAILURE(status)) {
-      frame::note_allocation_failure();
-      close_collation(collation);
-      return nullptr;
-    }
-    return collation;
+    collation->nfd = unorm2_getNFDInstance(&status);
+    collation->tailored = joined_by_rules(collation->exact);
+    if (collation->tailored != nullptr && U_SUCCESS(status)) return collation;
+    frame::note_allocation_failure();
   }
   close_collation(collation);
   return nullptr;
@@ -108,7 +137,7 @@ void close_collation(Collation* collation) noexcept {
   if (collation == nullptr) return;
   ucol_close(collation->exact);
   ucol_close(collation->caseless);
-  if (collation->unsafe != nullptr) uset_close(collation->unsafe);
+  if (collation->tailored != nullptr) uset_close(collation->tailored);
   delete collation;
 }
 
@@ -118,8 +147,15 @@ int collate(Collation const& collation, char16_t const* a, int na, char16_t cons
   return r == UCOL_LESS ? -1 : r == UCOL_GREATER ? 1 : 0;
 }
 
+// A character the locale's rules name, or one that stands for a letter and
+// an accent (which the collator takes apart, and may reorder with a mark
+// that follows).
 bool joins_neighbours(Collation const& collation, char16_t unit) noexcept {
-  return uset_contains(collation.unsafe, unit) != 0;
+  if (uset_contains(collation.tailored, unit) != 0) return true;
+  UChar parts[8];
+  UErrorCode status = U_ZERO_ERROR;
+  return unorm2_getRawDecomposition(collation.nfd, unit, parts, 8, &status) > 0 ||
+         status == U_BUFFER_OVERFLOW_ERROR;
 }
 
 int find(Collation const& collation, char16_t const* text, int n, char16_t const* pattern, int m,
