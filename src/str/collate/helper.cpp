@@ -8,6 +8,7 @@
 // upper and lower then cost one table look-up a byte.
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -42,25 +43,31 @@ constexpr unsigned long kMaxUnits = INT_MAX;
 // kSmall units, in a heap buffer beyond.
 class Units {
  public:
-  static constexpr unsigned long kSmall = 256;
+  static constexpr std::size_t kSmall = 256;
+  static constexpr std::size_t kHead = 16;
 
   Units(char const* s, unsigned long limit) noexcept {
     auto const* p = reinterpret_cast<unsigned char const*>(s);
-    unsigned long const stack_limit = std::min(limit, kSmall);
-    unsigned long n = 0;
-    for (; n < stack_limit && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
-    if (n == kSmall && n < limit && p[n] != 0) {
-      unsigned long end = n;
-      unsigned long const cap = std::min(limit, kMaxUnits);
-      while (end < cap && p[end] != 0) ++end;
-      m_heap = zelstr::frame::new_array<char16_t>(end);
-      if (m_heap == nullptr) {
-        m_size = -1;
-        return;
+    // Names are short: a plain loop over the first bytes, then the C
+    // library's measure and eight bytes at a time for the rest.
+    std::size_t const cap = std::min(limit, kMaxUnits);
+    std::size_t const head = std::min(cap, kHead);
+    std::size_t n = 0;
+    for (; n < head && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
+    if (n == kHead && n < cap && p[n] != 0) {
+      n += strnlen(s + n, cap - n);
+      char16_t* out = m_small;
+      if (n > kSmall) {
+        m_heap = zelstr::frame::new_array<char16_t>(n);
+        if (m_heap == nullptr) {
+          m_size = -1;
+          return;
+        }
+        std::memcpy(m_heap, m_small, kHead * sizeof(char16_t));
+        out = m_heap;
+        m_data = m_heap;
       }
-      std::memcpy(m_heap, m_small, sizeof m_small);
-      for (; n < end; ++n) m_heap[n] = kUnitOf[p[n]];
-      m_data = m_heap;
+      widen(p + kHead, n - kHead, out + kHead);
     }
     m_size = static_cast<int>(n);
   }
@@ -73,6 +80,22 @@ class Units {
   int size() const noexcept { return m_size; }
 
  private:
+  // Eight bytes at a time: a block without a byte above 0x7F only widens
+  // (which the compiler does in vector registers).
+  static void widen(unsigned char const* p, std::size_t n, char16_t* out) {
+    std::size_t i = 0;
+    for (; i + 8 <= n; i += 8) {
+      std::uint64_t block;
+      std::memcpy(&block, p + i, sizeof block);
+      if ((block & 0x8080808080808080u) == 0) {
+        for (std::size_t k = 0; k < 8; ++k) out[i + k] = static_cast<char16_t>(p[i + k]);
+      } else {
+        for (std::size_t k = 0; k < 8; ++k) out[i + k] = kUnitOf[p[i + k]];
+      }
+    }
+    for (; i < n; ++i) out[i] = kUnitOf[p[i]];
+  }
+
   char16_t m_small[kSmall];
   char16_t* m_heap = nullptr;
   char16_t const* m_data = m_small;
