@@ -7,6 +7,7 @@
 // asking the collator for the case of each of the code page's characters:
 // upper and lower then cost one table look-up a byte.
 #include <algorithm>
+#include <bit>
 #include <climits>
 #include <cstdint>
 #include <cstring>
@@ -39,37 +40,30 @@ constexpr unsigned long kWhole = ULONG_MAX;
 // The collators take lengths as int: longer texts are seen up to this.
 constexpr unsigned long kMaxUnits = INT_MAX;
 
-// A string's first `limit` bytes at most, as UTF-16: on the stack up to
-// kSmall units, in a heap buffer beyond.
+// Bytes as UTF-16: on the stack up to kSmall units, in a heap buffer
+// beyond.
 class Units {
  public:
   static constexpr std::size_t kSmall = 256;
-  static constexpr std::size_t kHead = 16;
+  static constexpr std::size_t kQuick = 16;
 
-  Units(char const* s, unsigned long limit) noexcept {
-    auto const* p = reinterpret_cast<unsigned char const*>(s);
-    // Names are short: a plain loop over the first bytes, then the C
-    // library's measure and eight bytes at a time for the rest.
+  // The first `n` bytes of `p`, none of them the terminator.
+  Units(unsigned char const* p, std::size_t n) noexcept { convert(p, 0, n); }
+
+  // The bytes of `p` up to its terminator, `limit` bytes at most.  Names
+  // are short: a plain loop over the first bytes, then the C library's
+  // measure for the rest.
+  struct UpToTerminator {};
+  Units(UpToTerminator, unsigned char const* p, unsigned long limit) noexcept {
     std::size_t const cap = std::min(limit, kMaxUnits);
-    std::size_t const head = std::min(cap, kHead);
+    std::size_t const quick = std::min(cap, kQuick);
     std::size_t n = 0;
-    for (; n < head && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
-    if (n == kHead && n < cap && p[n] != 0) {
-      n += strnlen(s + n, cap - n);
-      char16_t* out = m_small;
-      if (n > kSmall) {
-        m_heap = zelstr::frame::new_array<char16_t>(n);
-        if (m_heap == nullptr) {
-          m_size = -1;
-          return;
-        }
-        std::memcpy(m_heap, m_small, kHead * sizeof(char16_t));
-        out = m_heap;
-        m_data = m_heap;
-      }
-      widen(p + kHead, n - kHead, out + kHead);
+    for (; n < quick && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
+    if (n == kQuick && n < cap && p[n] != 0) {
+      convert(p, n, n + strnlen(reinterpret_cast<char const*>(p) + n, cap - n));
+    } else {
+      m_size = static_cast<int>(n);
     }
-    m_size = static_cast<int>(n);
   }
   ~Units() { delete[] m_heap; }
   Units(Units const&) = delete;
@@ -80,6 +74,23 @@ class Units {
   int size() const noexcept { return m_size; }
 
  private:
+  // Converts bytes `done` to `n` of `p` (the first `done` are in m_small).
+  void convert(unsigned char const* p, std::size_t done, std::size_t n) noexcept {
+    char16_t* out = m_small;
+    if (n > kSmall) {
+      m_heap = zelstr::frame::new_array<char16_t>(n);
+      if (m_heap == nullptr) {
+        m_size = -1;
+        return;
+      }
+      std::memcpy(m_heap, m_small, done * sizeof(char16_t));
+      out = m_heap;
+      m_data = m_heap;
+    }
+    widen(p + done, n - done, out + done);
+    m_size = static_cast<int>(n);
+  }
+
   // Eight bytes at a time: a block without a byte above 0x7F only widens
   // (which the compiler does in vector registers).
   static void widen(unsigned char const* p, std::size_t n, char16_t* out) {
@@ -113,22 +124,56 @@ int byte_order(char const* s1, char const* s2, unsigned long limit) {
   return 0;
 }
 
-// The order of two non-NULL strings.  An identical head collates the same
-// in both, so the collator is given what follows it only, from a cut that
-// no character joining its neighbours stands beside (strings sorted
-// together often share long heads).
+// The length of the head two strings of `na` and `nb` bytes share.
+std::size_t common_head(unsigned char const* a, unsigned char const* b, std::size_t na,
+                        std::size_t nb) {
+  std::size_t const n = std::min(na, nb);
+  std::size_t i = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    // Eight bytes at a time: the lowest differing bit of the first
+    // differing block is in its first differing byte.
+    for (; i + 8 <= n; i += 8) {
+      std::uint64_t x;
+      std::uint64_t y;
+      std::memcpy(&x, a + i, sizeof x);
+      std::memcpy(&y, b + i, sizeof y);
+      if (x != y) return i + static_cast<std::size_t>(std::countr_zero(x ^ y)) / 8;
+    }
+  }
+  while (i < n && a[i] == b[i]) ++i;
+  return i;
+}
+
+// The order of two non-NULL strings over at most `limit` bytes.  An
+// identical head collates the same in both, so the collator is given what
+// follows it only, from a cut that no character joining its neighbours
+// stands beside (strings sorted together often share long heads).
 int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsigned long limit) {
   if (impl == nullptr) return byte_order(s1, s2, limit);
   auto const* a = reinterpret_cast<unsigned char const*>(s1);
   auto const* b = reinterpret_cast<unsigned char const*>(s2);
-  unsigned long head = 0;
-  while (head < limit && a[head] == b[head] && a[head] != 0) ++head;
-  if (head == limit || a[head] == b[head]) return 0;
+  std::size_t const cap = std::min(limit, kMaxUnits);
+  std::size_t const quick = std::min(cap, Units::kQuick);
+  std::size_t head = 0;
+  while (head < quick && a[head] == b[head] && a[head] != 0) ++head;
+  bool const long_head = head == Units::kQuick && head < cap && a[head] == b[head] && a[head] != 0;
+  std::size_t na = 0;
+  std::size_t nb = 0;
+  if (long_head) {
+    na = head + strnlen(s1 + head, cap - head);
+    nb = head + strnlen(s2 + head, cap - head);
+    head += common_head(a + head, b + head, na - head, nb - head);
+    if (head == na && head == nb) return 0;
+  } else if (head == cap || a[head] == b[head]) {
+    return 0;
+  }
   while (head > 0 && (impl->joins[a[head]] || impl->joins[b[head]] || impl->joins[a[head - 1]])) {
     --head;
   }
-  Units const ua(s1 + head, limit - head);
-  Units const ub(s2 + head, limit - head);
+  Units const ua = long_head ? Units(a + head, na - head)
+                             : Units(Units::UpToTerminator{}, a + head, limit - head);
+  Units const ub = long_head ? Units(b + head, nb - head)
+                             : Units(Units::UpToTerminator{}, b + head, limit - head);
   if (!ua.ok() || !ub.ok()) return byte_order(s1, s2, limit);
   return platform::collate(*impl->collation, ua.data(), ua.size(), ub.data(), ub.size());
 }
@@ -162,8 +207,8 @@ char* find_piece(ZealStrHelper::Impl const* impl, char const* text, char const* 
     if (at != nullptr && length != nullptr) *length = std::strlen(pattern);
     return const_cast<char*>(at);
   }
-  Units const t(text, kWhole);
-  Units const p(pattern, kWhole);
+  Units const t(reinterpret_cast<unsigned char const*>(text), strnlen(text, kMaxUnits));
+  Units const p(reinterpret_cast<unsigned char const*>(pattern), strnlen(pattern, kMaxUnits));
   if (!t.ok() || !p.ok()) return nullptr;
   int found = 0;
   int const at =
