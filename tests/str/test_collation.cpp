@@ -398,6 +398,41 @@ TEST(CollationAgainstIcu, CompareAndNcompareGiveUcolStrcollsAnswer) {
   }
 }
 
+// Long strings, mostly ASCII, that share a head of any length and differ
+// in one character, or where one ends: the helper skips the head and
+// converts the rest in blocks.
+TEST(CollationAgainstIcu, LongStringsSharingHeadsOfAnyLength) {
+  std::string const alphabet = "abcdefghijklmnopqrstuvwxyz ABC_019.,";
+  for (char const* locale : {"", "de", "da"}) {
+    for (int strength = 1; strength <= 3; ++strength) {
+      ZealStrHelper const helper(locale, strength);
+      Icu const icu(locale, strength);
+      std::mt19937 rng(static_cast<unsigned>(strength * 17 + std::strlen(locale)));
+      for (int round = 0; round < 800; ++round) {
+        std::string a = random_from(rng, alphabet, 600);
+        if (rng() % 4 == 0 && !a.empty()) a[rng() % a.size()] = "\xE9\xC4\x9C\x80"[rng() % 4];
+        std::string b = a;
+        switch (rng() % 3) {
+          case 0:
+            if (!b.empty()) b[rng() % b.size()] = alphabet[rng() % alphabet.size()];
+            break;
+          case 1:
+            b.resize(rng() % (b.size() + 1));
+            break;
+          default:
+            b += random_from(rng, alphabet, 40);
+        }
+        unsigned long const n = rng() % 700 + 1;
+        SCOPED_TRACE(join("locale '", locale, "' strength ", std::to_string(strength), ": '", a,
+                          "' vs '", b, "' n ", std::to_string(n)));
+        ASSERT_EQ(helper.compare(a.c_str(), b.c_str()), sign(icu.compare(a, b)));
+        ASSERT_EQ(helper.ncompare(a.c_str(), b.c_str(), n),
+                  sign(icu.compare(a.substr(0, n), b.substr(0, n))));
+      }
+    }
+  }
+}
+
 // Languages whose letters are written with two or three characters ("aa"
 // in Danish, "cs" and "dzs" in Hungarian, "ch" in Czech and Welsh, "lj" in
 // Croatian, "ll" in traditional Spanish): pairs that share a head cut
