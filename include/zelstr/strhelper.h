@@ -30,8 +30,9 @@
 // a warning.  Every warning is a literal (id -1, severity 4) of the source
 // unit "zealstrhelper"; its text names the fallback returned.
 //
-// Memory: comparisons of strings up to 256 bytes allocate nothing; longer
-// ones, and searches, convert the text into a heap buffer.  When memory is
+// Memory: a comparison allocates nothing unless a string is longer than 256
+// bytes past the head the two share (on Linux; on Windows the whole string
+// counts); a search converts its text into a heap buffer.  When memory is
 // short the failure is counted (zelstr::allocation_failures(), alloc.h) and
 // the call falls back: a comparison compares the bytes (as _zstrcmp), a
 // search returns NULL.  A helper whose collator could not be opened at all
