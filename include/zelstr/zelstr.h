@@ -43,6 +43,7 @@
 #include "zelstr/search.h"
 #include "zelstr/setdef.h"
 #include "zelstr/sqlsettings.h"
+#include "zelstr/strhelper.h"
 #include "zelstr/textutil.h"
 #include "zelstr/tokens.h"
 #include "zelstr/tree.h"

@@ -243,8 +243,28 @@ struct Round {
     _zstrunencapsulated(nullptr, '[', ']');
   }
 
+  // One collator-aware helper, opened by the first round, shared by all.
+  // (It searches a piece of the text around the pattern: the system's
+  // search under Wine is slow on long texts.)
+  void collation() {
+    static ZealStrHelper const shared("de", ZealStrHelper::secondary);
+    std::string const piece = text.substr(980 + 37 * static_cast<std::size_t>(thread), 64);
+    char const* const s = piece.c_str();
+    std::string const a = word(rng, 6);
+    std::string const b = word(rng, 6);
+    std::string upper = pattern;
+    shared.upper(upper.data());
+    char const* words[] = {a.c_str(), b.c_str(), pattern.c_str(), upper.c_str()};
+    shared.sort(words, 4);
+    out << shared.compare(a.c_str(), b.c_str()) << shared.ncompare(pattern.c_str(), a.c_str(), 3)
+        << offset(s, shared.search(s, pattern.c_str()))
+        << offset(s, shared.isearch(s, upper.c_str())) << upper << words[0] << words[1] << words[2]
+        << words[3];
+  }
+
   void run() {
     searches();
+    collation();
     replacements();
     framed_text();
     scratch();
