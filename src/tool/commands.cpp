@@ -73,9 +73,14 @@ constexpr Option kSortOptions[] = {
     {"--order", "ORDER",
      "sort by the sort order ORDER: bytes, ascii-ci, cp1252-ci-ai, cp1252-ci-as or a "
      "definition such as \"b=B a=A\""},
+    {"--locale", "LOCALE",
+     "sort by the collator of LOCALE (such as de_DE, sv, or root), as the system collates"},
+    {"--strength", "S",
+     "the collator's strength: 1 base letters only, 2 accents too, 3 case too (default)"},
     {"-r", nullptr, "print the lines in reverse order"},
     {"-u", nullptr, "print only the first of each run of equal lines"},
 };
+constexpr Conflict kSortConflicts[] = {{"--order", "--locale"}, {"--order", "--strength"}};
 constexpr Option kQuoteOptions[] = {
     {"-c", "CHAR", "the quote (default ')"},
 };
@@ -257,10 +262,11 @@ constexpr Command kCommands[] = {
      "0: a tree was printed; 1: the input held no name",
      run_tree},
     {"sort",
-     "[--order ORDER] [-r] [-u] [FILE...]",
-     "sort lines by a sort order",
+     "[--order ORDER|--locale LOCALE [--strength S]] [-r] [-u] [FILE...]",
+     "sort lines by a sort order or a collator",
      "Prints the lines of the files (or of standard input) sorted by the sort order\n"
-     "ORDER, byte order without it.  Lines of equal weight are ordered by their\n"
+     "ORDER, or by the collator of LOCALE at strength S (text in code page 1252),\n"
+     "byte order without either.  Lines that compare equal are ordered by their\n"
      "bytes; with -u they are equal, and only the first of them in the input is\n"
      "printed.  The ready orders: bytes; ascii-ci (ASCII letters without case);\n"
      "cp1252-ci-ai and cp1252-ci-as (code page 1252 without case, without or with\n"
@@ -270,7 +276,8 @@ constexpr Command kCommands[] = {
      kSortOptions,
      {"printf 'b\\nA\\na\\nB\\n' | zelstr sort --order ascii-ci", "A\na\nB\nb\n"},
      "0: lines were printed; 1: the input was empty",
-     run_sort},
+     run_sort,
+     kSortConflicts},
     {"quote",
      "[-c CHAR] [FILE...]",
      "frame each line with quotes",
