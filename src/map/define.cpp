@@ -1,9 +1,9 @@
 // define.cpp - _zmapdefine: reading a map definition.
-#include <cstdio>
 #include <cstring>
 
 #include "frame/memory.h"
 #include "map/map_handle.h"
+#include "map/marked_definition.h"
 #include "platform/map_block.h"
 #include "zelstr/map.h"
 #include "zelstr/scratch.h"
@@ -162,21 +162,10 @@ bool DefinitionReader::syntax_error(char const* text) {
   return false;
 }
 
-// "Erroneous map is ..." with a copy of the definition in which the current
-// element stands between << and >> ("<null>" when there is no memory for
-// the copy).
+// "Erroneous map is ..." with the current element marked.
 void DefinitionReader::report_marked_copy() const {
-  std::size_t const n = element_length();
-  char* const marked = frame::new_array<char>(m_length + 5);
-  if (marked != nullptr) {
-    std::snprintf(marked, m_length + 5, "%.*s<<%.*s>>%s", static_cast<int>(m_start), m_def,
-                  static_cast<int>(n), m_def + m_start, m_def + m_start + n);
-  }
-  warn(frame::Message{-1, 2,
-                      _zstrprintf(msg::kMapErroneousFormat,
-                                  marked != nullptr ? marked : msg::kMapNoCopy)},
-       kFunction);
-  delete[] marked;
+  report_marked_definition(msg::kMapErroneousFormat, kFunction, m_def, m_length, m_start,
+                           element_length());
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // sort_define.cpp - _zsortdefine: reading a sort order definition into a
 // table of weights.
-#include <cstdio>
 #include <cstring>
 
 #include "frame/memory.h"
 #include "map/map_handle.h"
+#include "map/marked_definition.h"
 #include "platform/map_block.h"
 #include "zelstr/scratch.h"
 #include "zelstr/sortorder.h"
@@ -188,19 +188,10 @@ bool SortDefinitionReader::syntax_error(char const* text) {
   return false;
 }
 
-// "Erroneous sort order is ..." with the current element between << and >>.
+// "Erroneous sort order is ..." with the current element marked.
 void SortDefinitionReader::report_marked_copy() const {
-  int const n = element_length();
-  char* const marked = frame::new_array<char>(m_length + 5);
-  if (marked != nullptr) {
-    std::snprintf(marked, m_length + 5, "%.*s<<%.*s>>%s", static_cast<int>(m_start), m_def, n,
-                  m_def + m_start, m_def + m_start + n);
-  }
-  warn(frame::Message{-1, 2,
-                      _zstrprintf(msg::kSortErroneousFormat,
-                                  marked != nullptr ? marked : msg::kMapNoCopy)},
-       kFunction);
-  delete[] marked;
+  report_marked_definition(msg::kSortErroneousFormat, kFunction, m_def, m_length, m_start,
+                           static_cast<std::size_t>(element_length()));
 }
 
 }  // namespace
