@@ -28,6 +28,15 @@ void close_collation(Collation* collation) noexcept;
 int collate(Collation const& collation, char16_t const* a, int na, char16_t const* b,
             int nb) noexcept;
 
+// Returned by collate_ascii when the system compares UTF-16 only.
+inline constexpr int kNoAsciiCollate = 2;
+
+// As collate, for two strings of bytes below 0x80 (which are their own
+// code points), read in place: the collator reads no further than it needs
+// to decide.  kNoAsciiCollate when the system cannot.
+int collate_ascii(Collation const& collation, char const* a, int na, char const* b,
+                  int nb) noexcept;
+
 // Whether comparing two strings from just after an identical head may
 // give another answer than comparing them whole when `unit` stands on
 // either side of the cut (it may join the characters beside it in one

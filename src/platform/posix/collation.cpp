@@ -147,6 +147,16 @@ int collate(Collation const& collation, char16_t const* a, int na, char16_t cons
   return r == UCOL_LESS ? -1 : r == UCOL_GREATER ? 1 : 0;
 }
 
+// ASCII bytes are UTF-8 as they stand: ICU reads them in place, as far as
+// the first difference that decides.
+int collate_ascii(Collation const& collation, char const* a, int na, char const* b,
+                  int nb) noexcept {
+  UErrorCode status = U_ZERO_ERROR;
+  UCollationResult const r = ucol_strcollUTF8(collation.exact, a, na, b, nb, &status);
+  if (U_FAILURE(status)) return kNoAsciiCollate;
+  return r == UCOL_LESS ? -1 : r == UCOL_GREATER ? 1 : 0;
+}
+
 // A character the locale's rules name, or one that stands for a letter and
 // an accent (which the collator takes apart, and may reorder with a mark
 // that follows).

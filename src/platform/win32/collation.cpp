@@ -76,6 +76,12 @@ int collate(Collation const& collation, char16_t const* a, int na, char16_t cons
   return r == CSTR_LESS_THAN ? -1 : r == CSTR_GREATER_THAN ? 1 : 0;
 }
 
+// CompareStringEx takes UTF-16 only.
+int collate_ascii(Collation const& /*collation*/, char const* /*a*/, int /*na*/,
+                  char const* /*b*/, int /*nb*/) noexcept {
+  return kNoAsciiCollate;
+}
+
 // The system says nothing of which characters its comparisons join.
 bool joins_neighbours(Collation const& /*collation*/, char16_t /*unit*/) noexcept { return true; }
 

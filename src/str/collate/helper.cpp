@@ -148,6 +148,13 @@ std::size_t common_head(unsigned char const* a, unsigned char const* b, std::siz
   return i;
 }
 
+// True when no byte of `p[0..n)` is 0x80 or above.
+bool ascii_only(unsigned char const* p, std::size_t n) {
+  unsigned char any = 0;
+  for (std::size_t i = 0; i < n; ++i) any |= p[i];
+  return any < 0x80;
+}
+
 // The order of two non-NULL strings over at most `limit` bytes.  An
 // identical head collates the same in both, so the collator is given what
 // follows it only, from a cut that no character joining its neighbours
@@ -160,24 +167,22 @@ int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsig
   std::size_t const quick = std::min(cap, Units::kQuick);
   std::size_t head = 0;
   while (head < quick && a[head] == b[head] && a[head] != 0) ++head;
-  bool const long_head = head == Units::kQuick && head < cap && a[head] == b[head] && a[head] != 0;
-  std::size_t na = 0;
-  std::size_t nb = 0;
-  if (long_head) {
-    na = head + strnlen(s1 + head, cap - head);
-    nb = head + strnlen(s2 + head, cap - head);
-    head += common_head(a + head, b + head, na - head, nb - head);
-    if (head == na && head == nb) return 0;
-  } else if (head == cap || a[head] == b[head]) {
-    return 0;
-  }
+  if (head == cap || (a[head] == b[head] && a[head] == 0)) return 0;
+  std::size_t const na = head + strnlen(s1 + head, cap - head);
+  std::size_t const nb = head + strnlen(s2 + head, cap - head);
+  head += common_head(a + head, b + head, na - head, nb - head);
+  if (head == na && head == nb) return 0;
   while (head > 0 && (impl->joins[a[head]] || impl->joins[b[head]] || impl->joins[a[head - 1]])) {
     --head;
   }
-  Units const ua = long_head ? Units(a + head, na - head)
-                             : Units(Units::UpToTerminator{}, a + head, limit - head);
-  Units const ub = long_head ? Units(b + head, nb - head)
-                             : Units(Units::UpToTerminator{}, b + head, limit - head);
+  // ASCII rests go to the collator as they stand, the others as UTF-16.
+  if (ascii_only(a + head, na - head) && ascii_only(b + head, nb - head)) {
+    int const r = platform::collate_ascii(*impl->collation, s1 + head, static_cast<int>(na - head),
+                                          s2 + head, static_cast<int>(nb - head));
+    if (r != platform::kNoAsciiCollate) return r;
+  }
+  Units const ua(a + head, na - head);
+  Units const ub(b + head, nb - head);
   if (!ua.ok() || !ub.ok()) return byte_order(s1, s2, limit);
   return platform::collate(*impl->collation, ua.data(), ua.size(), ub.data(), ub.size());
 }
