@@ -13,10 +13,6 @@
 #include <cstring>
 #include <new>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "frame/memory.h"
 #include "platform/collation.h"
 #include "str/collate/code_page.h"
@@ -43,6 +39,16 @@ namespace platform = zelstr::platform;
 constexpr unsigned long kWhole = ULONG_MAX;
 // The collators take lengths as int: longer texts are seen up to this.
 constexpr unsigned long kMaxUnits = INT_MAX;
+
+typedef unsigned char Bytes16 __attribute__((vector_size(16)));
+typedef std::uint16_t Units16 __attribute__((vector_size(32)));
+
+// True when a byte of the block is not 0.
+bool any_set(Bytes16 block) {
+  std::uint64_t halves[2];
+  std::memcpy(halves, &block, sizeof halves);
+  return (halves[0] | halves[1]) != 0;
+}
 
 // Bytes as UTF-16: on the stack up to kSmall units, in a heap buffer
 // beyond.
@@ -95,22 +101,20 @@ class Units {
     m_size = static_cast<int>(n);
   }
 
-  // A block of bytes below 0x80 only widens: sixteen at a time in vector
-  // registers where the processor has them (every x86-64 does).
+  // A block of bytes below 0x80 only widens: sixteen at a time in the
+  // compiler's generic vectors (SSE2 on x86-64, Advanced SIMD on ARM).
   static void widen(unsigned char const* p, std::size_t n, char16_t* out) {
     std::size_t i = 0;
-#if defined(__SSE2__)
-    __m128i const zero = _mm_setzero_si128();
     for (; i + 16 <= n; i += 16) {
-      __m128i const bytes = _mm_loadu_si128(reinterpret_cast<__m128i const*>(p + i));
-      if (_mm_movemask_epi8(bytes) == 0) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(bytes, zero));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i + 8), _mm_unpackhi_epi8(bytes, zero));
-      } else {
+      Bytes16 bytes;
+      std::memcpy(&bytes, p + i, sizeof bytes);
+      if (any_set(bytes & 0x80)) {
         for (std::size_t k = 0; k < 16; ++k) out[i + k] = kUnitOf[p[i + k]];
+      } else {
+        Units16 const units = __builtin_convertvector(bytes, Units16);
+        std::memcpy(out + i, &units, sizeof units);
       }
     }
-#endif
     for (; i < n; ++i) out[i] = kUnitOf[p[i]];
   }
 
@@ -136,14 +140,15 @@ std::size_t common_head(unsigned char const* a, unsigned char const* b, std::siz
                         std::size_t nb) {
   std::size_t const n = std::min(na, nb);
   std::size_t i = 0;
-#if defined(__SSE2__)
-  for (; i + 16 <= n; i += 16) {
-    __m128i const x = _mm_loadu_si128(reinterpret_cast<__m128i const*>(a + i));
-    __m128i const y = _mm_loadu_si128(reinterpret_cast<__m128i const*>(b + i));
-    unsigned const same = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, y)));
-    if (same != 0xFFFF) return i + static_cast<std::size_t>(std::countr_one(same));
+  // Eight bytes a word: the first differing byte is the lowest set byte of
+  // the words' difference on a little-endian processor.
+  static_assert(std::endian::native == std::endian::little);
+  for (; i + 8 <= n; i += 8) {
+    std::uint64_t x, y;
+    std::memcpy(&x, a + i, sizeof x);
+    std::memcpy(&y, b + i, sizeof y);
+    if (x != y) return i + static_cast<std::size_t>(std::countr_zero(x ^ y)) / 8;
   }
-#endif
   while (i < n && a[i] == b[i]) ++i;
   return i;
 }
