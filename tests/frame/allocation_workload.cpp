@@ -104,6 +104,8 @@ constexpr char kLongText[] =
 // severity, function and text.
 constexpr char kNoRamMap[] = "-1/4 _zmapdefine(): Not enough RAM to allocate a new map, sorry.";
 constexpr char kNoRamClone[] = "-1/4 _zmapclone(): Not enough RAM to clone a map, sorry.";
+constexpr char kNoRamSort[] =
+    "-1/4 _zsortdefine(): Not enough RAM to allocate a new sort order, sorry.";
 constexpr char kNoSpace[] = "Out of space for creating a new TCL reg.exp. interpretor.";
 // Tcl_MatchRE without memory: for its compile, or for the pattern's copy
 // and the interp (alternatives separated by '|').
@@ -142,6 +144,33 @@ std::vector<Step> map_steps() {
          return text(library([] { return _zmapstristr(g_kept.upper, kLongText, kLongPattern); }));
        },
        "(null)"},
+      {"maps", "sort order",
+       [] {
+         void* order =
+             library([] { return _zsortdefine(_zsortreadydef(ZEAL_SORT_CP1252_CI_AI)); });
+         std::string shown = map_text(order);
+         if (order != ZEAL_STR_BAD_MAP) {
+           shown += library([&] { return _zsortstrcmp(order, "\xC9t\xE9", "ETE"); }) == 0 ? " =" : " !";
+           library([&] { return _zmapfree(order); });
+         }
+         return shown;
+       },
+       "bad map", kNoRamSort},
+      {"maps", "sort order syntax error",
+       [] { return map_text(library([] { return _zsortdefine("a-z=A-Z b abcdefghijklmnopq"); })); },
+       "bad map", kNoRamSort},
+      {"maps", "sorted array",
+       [] {
+         // The sort's buffer may be refused: it then sorts in place, to the
+         // same order.
+         char const* names[40];
+         std::string const pool = "usp_Load usp_read usp_Main usp_report";
+         for (int i = 0; i < 40; ++i) names[i] = pool.c_str() + 9 * (i % 4) + (i % 2);
+         library([&] { return _zsortstrarray(nullptr, names, 40, 1); });
+         std::string shown;
+         for (int i = 1; i < 40; ++i) shown += std::strcmp(names[i - 1], names[i]) <= 0 ? "" : "!";
+         return shown + names[0];
+       }},
       {"maps", "mapped replace",
        [] {
          char buffer[400];
