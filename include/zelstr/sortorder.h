@@ -24,7 +24,7 @@
 // hexadecimal digits, a backslash before any other byte is that byte ("\ ",
 // "\\", "\-").  Inside an element, '-' after a character opens a range and
 // '=' starts the next member; the first byte of a member or a range's bound
-// is always a character, so "-" or "=-+" need no escape.  Bytes are unsigned
+// is always a character, so "-" or "+-=" need no escape.  Bytes are unsigned
 // (0x80-0xFF come after 0x7F in a range).  A character the definition does
 // not name comes after all named ones, in byte order.
 //

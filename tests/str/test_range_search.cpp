@@ -121,7 +121,8 @@ TEST(RangeSearch, AgreesWithTheModelOnRandomTextsAndRanges) {
 }
 
 // One occurrence, moved through every place of a long range that stops
-// short of the terminator (so the range is searched piecewise).
+// short of the terminator (so the scan ends at the range's limit, not at
+// the terminator).
 TEST(RangeSearch, FindsALoneOccurrenceAtEveryPlace) {
   for (std::size_t m : {1u, 3u, 17u}) {
     std::string const p = std::string(m - 1, 'a') + 'b';

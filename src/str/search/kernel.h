@@ -96,10 +96,12 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
   std::size_t const head = static_cast<std::size_t>(a - text);
   // The head is measured only as far as the limit allows.
   std::size_t const room = limit - reinterpret_cast<std::uintptr_t>(text);
-  std::size_t const short_length = ::strnlen(text, head < room ? head : room);
+  if (room < plan.length) return Found{};  // no occurrence fits
+  std::size_t const asked = head < room ? head : room;
+  std::size_t const short_length = ::strnlen(text, asked);
   if (short_length < head || room < head) {
-    char const* const end = short_length < head && short_length <= room ? text + short_length
-                                                                         : nullptr;
+    // A terminator counts only when it lies before the limit.
+    char const* const end = short_length < asked ? text + short_length : nullptr;
     return Found{naive_walk(text, short_length < room ? short_length : room, text, pattern, plan,
                             visitor),
                  end, nullptr};
@@ -127,6 +129,9 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
       candidates &= (std::uint32_t{1} << t) - 1;
       known = b + t;
     }
+    // A zero at or past the limit is no terminator of the searched text.
+    char const* const end =
+        zeros != 0 && reinterpret_cast<std::uintptr_t>(known) < limit ? known : nullptr;
     while (candidates != 0) {
       char const* const s = b + lowest_bit(candidates) - plan.k2;
       candidates &= candidates - 1;
@@ -138,18 +143,18 @@ ZELSTR_PAST_TERMINATOR Found pair_scan(char const* text, char const* pattern, Pl
       if (matches_at(s, pattern, plan, known)) {
         allowed = visitor(s);
         if (allowed == nullptr) {
-          found = Found{s, zeros != 0 ? known : nullptr, nullptr};
+          found = Found{s, end, nullptr};
           return true;
         }
         continue;
       }
       if (too_many_misses(++misses, static_cast<std::size_t>(b - text))) {
-        found = Found{nullptr, zeros != 0 ? known : nullptr, s + 1 > allowed ? s + 1 : allowed};
+        found = Found{nullptr, end, s + 1 > allowed ? s + 1 : allowed};
         return true;
       }
     }
     if (zeros == 0) return false;
-    found = Found{nullptr, known, nullptr};
+    found = Found{nullptr, end, nullptr};
     return true;
   };
 
