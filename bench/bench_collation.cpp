@@ -83,6 +83,14 @@ Pairs const& pairs(long kind) {
   return kind == 16 ? names : lines;
 }
 
+// ICU's root collation at tertiary strength, as the helper is opened here.
+UCollator* root_tertiary() {
+  UErrorCode status = U_ZERO_ERROR;
+  UCollator* const collator = ucol_open("", &status);
+  ucol_setStrength(collator, UCOL_TERTIARY);
+  return collator;
+}
+
 void register_compare() {
   for (long kind : {16L, 256L}) {
     benchmark::RegisterBenchmark(
@@ -105,9 +113,7 @@ void register_compare() {
         "compare:ucol_strcoll",
         [kind](State& state) {
           Pairs const& p = pairs(kind);
-          UErrorCode status = U_ZERO_ERROR;
-          UCollator* const collator = ucol_open("", &status);
-          ucol_setStrength(collator, UCOL_TERTIARY);
+          UCollator* const collator = root_tertiary();
           for (auto _ : state) {
             int sum = 0;
             for (std::size_t i = 0; i < p.first16.size(); ++i) {
@@ -127,9 +133,8 @@ void register_compare() {
         "compare:ucnv+ucol_strcoll",
         [kind](State& state) {
           Pairs const& p = pairs(kind);
+          UCollator* const collator = root_tertiary();
           UErrorCode status = U_ZERO_ERROR;
-          UCollator* const collator = ucol_open("", &status);
-          ucol_setStrength(collator, UCOL_TERTIARY);
           UConverter* const converter = ucnv_open("windows-1252", &status);
           UChar a[512], b[512];
           for (auto _ : state) {

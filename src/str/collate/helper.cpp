@@ -17,6 +17,7 @@
 #include "platform/collation.h"
 #include "str/collate/code_page.h"
 #include "str/collate/report.h"
+#include "zelstr/compare.h"
 #include "zelstr/search.h"
 #include "zelstr/strhelper.h"
 
@@ -55,26 +56,10 @@ bool any_set(Bytes16 block) {
 class Units {
  public:
   static constexpr std::size_t kSmall = 256;
-  static constexpr std::size_t kQuick = 16;
 
   // The first `n` bytes of `p`, none of them the terminator.
-  Units(unsigned char const* p, std::size_t n) noexcept { convert(p, 0, n); }
+  Units(unsigned char const* p, std::size_t n) noexcept { convert(p, n); }
 
-  // The bytes of `p` up to its terminator, `limit` bytes at most.  Names
-  // are short: a plain loop over the first bytes, then the C library's
-  // measure for the rest.
-  struct UpToTerminator {};
-  Units(UpToTerminator, unsigned char const* p, unsigned long limit) noexcept {
-    std::size_t const cap = std::min(limit, kMaxUnits);
-    std::size_t const quick = std::min(cap, kQuick);
-    std::size_t n = 0;
-    for (; n < quick && p[n] != 0; ++n) m_small[n] = kUnitOf[p[n]];
-    if (n == kQuick && n < cap && p[n] != 0) {
-      convert(p, n, n + strnlen(reinterpret_cast<char const*>(p) + n, cap - n));
-    } else {
-      m_size = static_cast<int>(n);
-    }
-  }
   ~Units() { delete[] m_heap; }
   Units(Units const&) = delete;
   Units& operator=(Units const&) = delete;
@@ -84,8 +69,8 @@ class Units {
   int size() const noexcept { return m_size; }
 
  private:
-  // Converts bytes `done` to `n` of `p` (the first `done` are in m_small).
-  void convert(unsigned char const* p, std::size_t done, std::size_t n) noexcept {
+  // Converts the `n` bytes of `p`.
+  void convert(unsigned char const* p, std::size_t n) noexcept {
     char16_t* out = m_small;
     if (n > kSmall) {
       m_heap = zelstr::frame::new_array<char16_t>(n);
@@ -93,11 +78,10 @@ class Units {
         m_size = -1;
         return;
       }
-      std::memcpy(m_heap, m_small, done * sizeof(char16_t));
       out = m_heap;
       m_data = m_heap;
     }
-    widen(p + done, n - done, out + done);
+    widen(p, n, out);
     m_size = static_cast<int>(n);
   }
 
@@ -124,15 +108,10 @@ class Units {
   int m_size = 0;
 };
 
-// The bytes' order over at most `limit` bytes, as _zstrncmp.
+// The bytes' order over at most `limit` bytes: _zstrncmp's, as -1, 0 or +1.
 int byte_order(char const* s1, char const* s2, unsigned long limit) {
-  auto const* a = reinterpret_cast<unsigned char const*>(s1);
-  auto const* b = reinterpret_cast<unsigned char const*>(s2);
-  for (unsigned long i = 0; i < limit; ++i) {
-    if (a[i] != b[i]) return a[i] < b[i] ? -1 : 1;
-    if (a[i] == 0) break;
-  }
-  return 0;
+  int const r = _zstrncmp(s1, s2, limit);
+  return (r > 0) - (r < 0);
 }
 
 // The length of the head two strings of `na` and `nb` bytes share.
@@ -169,7 +148,9 @@ int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsig
   auto const* a = reinterpret_cast<unsigned char const*>(s1);
   auto const* b = reinterpret_cast<unsigned char const*>(s2);
   std::size_t const cap = std::min(limit, kMaxUnits);
-  std::size_t const quick = std::min(cap, Units::kQuick);
+  // Names differ early: a byte loop over the first ones costs less than
+  // measuring both strings.
+  std::size_t const quick = std::min<std::size_t>(cap, 16);
   std::size_t head = 0;
   while (head < quick && a[head] == b[head] && a[head] != 0) ++head;
   if (head == cap || (a[head] == b[head] && a[head] == 0)) return 0;
