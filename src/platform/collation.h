@@ -10,6 +10,8 @@
 #ifndef ZELSTR_PLATFORM_COLLATION_H
 #define ZELSTR_PLATFORM_COLLATION_H
 
+#include <cstdint>
+
 namespace zelstr::platform {
 
 // The collation of one locale at one strength (1 primary, 2 secondary,
@@ -43,6 +45,19 @@ int collate_ascii(Collation const& collation, char const* a, int na, char const*
 // collation element, say).  True for every unit when the system gives no
 // such guarantee.
 bool joins_neighbours(Collation const& collation, char16_t unit) noexcept;
+
+// The most units primary_ranks ranks: the rest get 0.
+inline constexpr int kMaxRanked = 256;
+
+// For each of `units[0..n)`, into `ranks[0..n)`: a rank that decides an
+// order alone.  Two strings that agree up to a place where one has a unit
+// of rank r and the other a unit of rank s, both other than 0 and r != s,
+// sort as r to s, whatever follows.  0 for a unit that cannot decide so
+// (one that joins its neighbours, one the first level ignores, a digit
+// read as part of a number), and for every unit when the system gives no
+// such guarantee.
+void primary_ranks(Collation const& collation, char16_t const* units, int n,
+                   std::uint16_t* ranks) noexcept;
 
 // Outcomes of find other than an offset.
 inline constexpr int kNotFound = -1;

@@ -8,6 +8,7 @@
 #include "platform/collation.h"
 
 #include <unicode/ucol.h>
+#include <unicode/uchar.h>
 #include <unicode/uloc.h>
 #include <unicode/unorm2.h>
 #include <unicode/usearch.h>
@@ -15,7 +16,10 @@
 #include <unicode/ustring.h>
 
 #include <algorithm>
+#include <bitset>
+#include <cstdint>
 #include <cstring>
+#include <mutex>
 #include <new>
 
 #include "frame/memory.h"
@@ -27,6 +31,7 @@ struct Collation {
   UCollator* caseless = nullptr;
   USet* tailored = nullptr;  // the characters of the locale's own rules
   UNormalizer2 const* nfd = nullptr;
+  bool numeric = false;  // digits read together as numbers
   char locale[ULOC_FULLNAME_CAPACITY] = {};  // for the case mapping
 };
 
@@ -99,6 +104,54 @@ USet* joined_by_rules(UCollator const* collator) {
   return joined;
 }
 
+// Every character the root collation's contractions are made of: "l" and
+// the middle dot of "l\u00B7", say.  Each locale's collation has these and
+// the contractions of its own rules (joined_by_rules).  Reading them takes
+// milliseconds, so they are read once for the process, into a table of one
+// bit per UTF-16 unit that needs no freeing.
+class RootContractions {
+ public:
+  // Reads the characters the first time; false when ICU could not (memory
+  // was short), and the next call tries again.
+  bool load() noexcept {
+    std::lock_guard<std::mutex> const guard(m_lock);
+    if (!m_ready) m_ready = read();
+    return m_ready;
+  }
+
+  // After a successful load: whether `unit` is one of the characters.
+  bool has(char16_t unit) const noexcept { return m_units[unit]; }
+
+ private:
+  bool read() noexcept {
+    UErrorCode status = U_ZERO_ERROR;
+    UCollator* const root = ucol_open("", &status);
+    USet* const contractions = U_SUCCESS(status) ? uset_openEmpty() : nullptr;
+    if (contractions != nullptr) {
+      ucol_getContractionsAndExpansions(root, contractions, nullptr, true, &status);
+    }
+    int32_t const items = U_SUCCESS(status) ? uset_getItemCount(contractions) : 0;
+    for (int32_t i = 0; i < items && U_SUCCESS(status); ++i) {
+      UChar32 first = 0;
+      UChar32 last = 0;
+      UChar text[64];
+      int32_t const length = uset_getItem(contractions, i, &first, &last, text, 64, &status);
+      if (status == U_BUFFER_OVERFLOW_ERROR) status = U_ZERO_ERROR;  // none of the code page's
+      for (int32_t k = 0; k < std::min(length, int32_t{64}); ++k) m_units[text[k]] = true;
+    }
+    if (contractions == nullptr || U_FAILURE(status)) frame::note_allocation_failure();
+    uset_close(contractions);
+    ucol_close(root);
+    return contractions != nullptr && U_SUCCESS(status);
+  }
+
+  std::mutex m_lock;
+  bool m_ready = false;
+  std::bitset<0x10000> m_units;
+};
+
+RootContractions g_root_contractions;
+
 }  // namespace
 
 Collation* open_collation(char const* locale, int strength, bool& known) noexcept {
@@ -126,7 +179,11 @@ Collation* open_collation(char const* locale, int strength, bool& known) noexcep
     UErrorCode status = U_ZERO_ERROR;
     collation->nfd = unorm2_getNFDInstance(&status);
     collation->tailored = joined_by_rules(collation->exact);
-    if (collation->tailored != nullptr && U_SUCCESS(status)) return collation;
+    collation->numeric =
+        ucol_getAttribute(collation->exact, UCOL_NUMERIC_COLLATION, &status) == UCOL_ON;
+    if (collation->tailored != nullptr && U_SUCCESS(status) && g_root_contractions.load()) {
+      return collation;
+    }
     frame::note_allocation_failure();
   }
   close_collation(collation);
@@ -157,15 +214,83 @@ int collate_ascii(Collation const& collation, char const* a, int na, char const*
   return r == UCOL_LESS ? -1 : r == UCOL_GREATER ? 1 : 0;
 }
 
-// A character the locale's rules name, or one that stands for a letter and
+// A character of a contraction (the root's or the locale's), a digit when
+// digits are read together as numbers, or one that stands for a letter and
 // an accent (which the collator takes apart, and may reorder with a mark
 // that follows).
 bool joins_neighbours(Collation const& collation, char16_t unit) noexcept {
-  if (uset_contains(collation.tailored, unit) != 0) return true;
+  if (uset_contains(collation.tailored, unit) != 0 || g_root_contractions.has(unit)) return true;
+  if (collation.numeric && u_getNumericValue(unit) != U_NO_NUMERIC_VALUE) return true;
   UChar parts[8];
   UErrorCode status = U_ZERO_ERROR;
   return unorm2_getRawDecomposition(collation.nfd, unit, parts, 8, &status) > 0 ||
          status == U_BUFFER_OVERFLOW_ERROR;
+}
+
+namespace {
+
+// The first-level part of a unit's sort key: the bytes before the first
+// level separator.
+struct PrimaryKey {
+  std::uint8_t bytes[32];
+  int size = 0;  // 0: the unit gets no rank
+  int index = 0;
+
+  bool operator<(PrimaryKey const& other) const {
+    int const r = std::memcmp(bytes, other.bytes, std::min(size, other.size));
+    return r != 0 ? r < 0 : size < other.size;
+  }
+  bool operator==(PrimaryKey const& other) const {
+    return size == other.size && std::memcmp(bytes, other.bytes, size) == 0;
+  }
+};
+
+// The key of `unit` when it is one collation element of its own with a
+// first-level weight; a key of size 0 otherwise.
+PrimaryKey primary_key(Collation const& collation, char16_t unit) {
+  PrimaryKey key;
+  UChar const text[1] = {unit};
+  if (unit == 0 || joins_neighbours(collation, unit) || u_getCombiningClass(unit) != 0) return key;
+  UErrorCode status = U_ZERO_ERROR;
+  UCollationElements* const elements = ucol_openElements(collation.exact, text, 1, &status);
+  int count = 0;
+  while (U_SUCCESS(status) && ucol_next(elements, &status) != UCOL_NULLORDER) ++count;
+  ucol_closeElements(elements);
+  if (status == U_MEMORY_ALLOCATION_ERROR) frame::note_allocation_failure();
+  if (U_FAILURE(status) || count != 1) return key;
+  std::uint8_t whole[64];
+  int32_t const size = ucol_getSortKey(collation.exact, text, 1, whole, sizeof whole);
+  int primary = 0;
+  while (primary < size && primary < int{sizeof whole} && whole[primary] > 1) ++primary;
+  if (size > int32_t{sizeof whole} || primary > int{sizeof key.bytes}) return key;
+  std::memcpy(key.bytes, whole, static_cast<std::size_t>(primary));
+  key.size = primary;
+  return key;
+}
+
+}  // namespace
+
+// Units are ranked by their first-level sort-key parts.  Two strings that
+// agree up to a unit of each such kind differ first at the first level
+// there: nothing before it can join it (it is in no contraction, stands
+// for itself and is no mark the collator moves), and its one element has a
+// weight that counts at that level.
+void primary_ranks(Collation const& collation, char16_t const* units, int n,
+                   std::uint16_t* ranks) noexcept {
+  PrimaryKey keys[kMaxRanked];
+  int ranked = 0;
+  for (int i = 0; i < n; ++i) {
+    ranks[i] = 0;
+    PrimaryKey key = primary_key(collation, units[i]);
+    key.index = i;
+    if (key.size > 0 && i < kMaxRanked) keys[ranked++] = key;
+  }
+  std::sort(keys, keys + ranked);
+  std::uint16_t rank = 0;
+  for (int k = 0; k < ranked; ++k) {
+    if (k == 0 || !(keys[k] == keys[k - 1])) ++rank;
+    ranks[keys[k].index] = rank;
+  }
 }
 
 int find(Collation const& collation, char16_t const* text, int n, char16_t const* pattern, int m,

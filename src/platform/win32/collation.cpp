@@ -10,6 +10,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <new>
 
 #include "frame/memory.h"
@@ -84,6 +85,12 @@ int collate_ascii(Collation const& /*collation*/, char const* /*a*/, int /*na*/,
 
 // The system says nothing of which characters its comparisons join.
 bool joins_neighbours(Collation const& /*collation*/, char16_t /*unit*/) noexcept { return true; }
+
+// The system says nothing of its weights: every order is its own.
+void primary_ranks(Collation const& /*collation*/, char16_t const* /*units*/, int n,
+                   std::uint16_t* ranks) noexcept {
+  for (int i = 0; i < n; ++i) ranks[i] = 0;
+}
 
 int find(Collation const& collation, char16_t const* text, int n, char16_t const* pattern, int m,
          bool ignore_case, int& length) noexcept {

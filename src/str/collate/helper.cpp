@@ -3,7 +3,9 @@
 //
 // Each operation converts its code page 1252 text into UTF-16 one byte for
 // one unit (code_page.h), on the stack when short, and hands it to the
-// collator.  The case tables are built once, when the helper is opened, by
+// collator.  A comparison first skips the head the strings share, and
+// calls no collator at all when their first difference is two characters
+// ranked by their first-level weights (platform::primary_ranks).  The case tables are built once, when the helper is opened, by
 // asking the collator for the case of each of the code page's characters:
 // upper and lower then cost one table look-up a byte.
 #include <algorithm>
@@ -27,6 +29,7 @@ struct ZealStrHelper::Impl {
   unsigned char upper[256] = {};
   unsigned char lower[256] = {};
   bool joins[256] = {};  // bytes that may join their neighbours
+  std::uint16_t rank[256] = {};  // bytes whose difference decides alone
 };
 
 namespace {
@@ -139,6 +142,16 @@ bool ascii_only(unsigned char const* p, std::size_t n) {
   return any < 0x80;
 }
 
+// The order of two strings that first differ in bytes `x` and `y`, when
+// the collator orders them by their first-level weights alone: nothing
+// else then counts (most names differ so, in two letters).  0 otherwise.
+int first_level_order(ZealStrHelper::Impl const* impl, unsigned char x, unsigned char y) {
+  unsigned const rx = impl->rank[x];
+  unsigned const ry = impl->rank[y];
+  if (rx == 0 || ry == 0 || rx == ry) return 0;
+  return rx < ry ? -1 : 1;
+}
+
 // The order of two non-NULL strings over at most `limit` bytes.  An
 // identical head collates the same in both, so the collator is given what
 // follows it only, from a cut that no character joining its neighbours
@@ -154,10 +167,16 @@ int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsig
   std::size_t head = 0;
   while (head < quick && a[head] == b[head] && a[head] != 0) ++head;
   if (head == cap || (a[head] == b[head] && a[head] == 0)) return 0;
+  if (head < quick) {
+    if (int const r = first_level_order(impl, a[head], b[head])) return r;
+  }
   std::size_t const na = head + strnlen(s1 + head, cap - head);
   std::size_t const nb = head + strnlen(s2 + head, cap - head);
   head += common_head(a + head, b + head, na - head, nb - head);
   if (head == na && head == nb) return 0;
+  if (head < na && head < nb) {
+    if (int const r = first_level_order(impl, a[head], b[head])) return r;
+  }
   while (head > 0 && (impl->joins[a[head]] || impl->joins[b[head]] || impl->joins[a[head - 1]])) {
     --head;
   }
@@ -270,6 +289,7 @@ ZealStrHelper::ZealStrHelper(char const* locale, int strength) noexcept
   for (int c = 0; c < 256; ++c) {
     impl->joins[c] = c != 0 && platform::joins_neighbours(*impl->collation, kUnitOf[c]);
   }
+  platform::primary_ranks(*impl->collation, kUnitOf.data(), 256, impl->rank);
   m_impl = impl;
 }
 
