@@ -43,7 +43,10 @@
 // match, so it belongs to one thread at a time.  The error text, the
 // backslash switch, the compile work buffer, the backtracking stack and the
 // two caches are each thread's own, as is the forward-search state of
-// Tcl_MatchRE's plain-text shortcut.
+// Tcl_MatchRE's plain-text shortcut.  The caches share what they compiled
+// through one locked list for the process: a thread missing in its own
+// cache takes a copy of an expression another thread compiled from the
+// same text (a record of its own, as compiling would give).
 // _zstrrev, Tcl_ReplaceRegExpEscapedChars, TCL_DigNextPointer,
 // Tcl_CreateInterp and Tcl_DeleteInterp share nothing; Tcl_RegExpRange,
 // Tcl_RegExpRewriteSubMatches and Tcl_GetGroupsCount only read their

@@ -14,6 +14,7 @@ namespace zelstr::frame {
 enum class OwnLock : int {
   kSettings,  // the dialect settings registry
   kPlurals,   // the caller's plural words (str/text/plural.cpp)
+  kPrograms,  // the compiled expressions every thread shares (regex/caches.cpp)
   kCount
 };
 

@@ -14,8 +14,10 @@
 
 namespace zelstr::regex {
 
+// The instructions are only read once made, so copies of one expression
+// made for other threads share them; each copy makes its own automata.
 struct Automata {
-  explicit Automata(std::unique_ptr<Nfa> instructions) : nfa(std::move(instructions)) {}
+  explicit Automata(std::shared_ptr<Nfa const> instructions) : nfa(std::move(instructions)) {}
 
   Dfa& forward(Tcl_RegExp_ const* re) {
     if (!m_forward) m_forward = std::make_unique<Dfa>(*nfa, re, Dfa::Direction::kForward);
@@ -39,7 +41,7 @@ struct Automata {
     m_lines.reset();
   }
 
-  std::unique_ptr<Nfa> const nfa;
+  std::shared_ptr<Nfa const> const nfa;
   GroupScratch scratch;
 
  private:

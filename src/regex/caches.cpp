@@ -5,6 +5,12 @@
 // results of its last match, so one record handed to two threads could not
 // serve both; with a cache per thread, each thread's records are its own
 // and stay valid exactly as long as they would in a program with one thread.
+//
+// What the threads share is the compiling: every expression a cache
+// compiles is also kept, as compiled and never matched, in one list for the
+// process (SharedPrograms), behind a lock.  A thread that misses in its own
+// cache takes a copy from there when another thread compiled the same text
+// before, which costs a block copy instead of a compile.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -14,6 +20,7 @@
 
 #include "frame/memory.h"
 #include "frame/module.h"
+#include "frame/own_lock.h"
 #include "frame/per_thread.h"
 #include "frame/report.h"
 #include "regex/compiler.h"
@@ -117,6 +124,92 @@ class CompiledCache {
   std::vector<Entry> m_entries;
 };
 
+// The expressions compiled last by any thread, most recently used first,
+// as they came from the compiler: a copy of one matches as compiling its
+// text again would.  Compiles that failed are not kept: a thread compiles
+// those itself, which also gives it the engine's error text.
+class SharedPrograms {
+ public:
+  // A copy of the expression compiled from `source` with `backslashes`;
+  // NULL when there is none, or no memory for the copy.
+  Tcl_RegExp_* copy_of(char const* source, int backslashes) {
+    zelstr::platform::CriticalSectionGuard const guard(lock());
+    auto const at = find(source, backslashes);
+    if (at == m_entries.end()) return nullptr;
+    std::rotate(m_entries.begin(), at, at + 1);
+    return zelstr::regex::copy(m_entries.front().re);
+  }
+
+  // Keeps a copy of `re`, just compiled from `source` with `backslashes`,
+  // unless another thread has kept one meanwhile.  Nothing is kept when
+  // memory is short.
+  void keep(char const* source, int backslashes, Tcl_RegExp_ const* re) {
+    Entry entry{_zstrdupalloc(source, 0), backslashes, nullptr};
+    if (entry.source != nullptr) entry.re = zelstr::regex::copy(re);
+    if (entry.re == nullptr) {
+      release(entry);
+      return;
+    }
+    zelstr::platform::CriticalSectionGuard const guard(lock());
+    if (find(source, backslashes) != m_entries.end()) {
+      release(entry);
+      return;
+    }
+    if (m_entries.size() == kCapacity) {
+      release(m_entries.back());
+      m_entries.pop_back();
+    }
+    try {
+      m_entries.insert(m_entries.begin(), entry);
+    } catch (std::bad_alloc const&) {
+      zelstr::frame::note_allocation_failure();
+      release(entry);
+    }
+  }
+
+  void clear() {
+    zelstr::platform::CriticalSectionGuard const guard(lock());
+    for (Entry& e : m_entries) release(e);
+    m_entries.clear();
+    m_entries.shrink_to_fit();
+  }
+
+ private:
+  static constexpr std::size_t kCapacity = 256;
+
+  struct Entry {
+    char* source;  // a heap copy
+    int backslashes;
+    Tcl_RegExp_* re;
+  };
+
+  std::vector<Entry>::iterator find(char const* source, int backslashes) {
+    return std::find_if(m_entries.begin(), m_entries.end(), [&](Entry const& e) {
+      return e.backslashes == backslashes && std::strcmp(e.source, source) == 0;
+    });
+  }
+
+  static void release(Entry& e) {
+    _zstrdupfree(e.source);
+    Tcl_DeleteInterp(e.re);
+    e = Entry{};
+  }
+
+  static zelstr::platform::CriticalSection& lock() {
+    return zelstr::frame::own_lock(zelstr::frame::OwnLock::kPrograms);
+  }
+
+  std::vector<Entry> m_entries;
+};
+
+// Made in place and never destroyed by a static destructor: the unload
+// sequence, which may run after static destruction, still empties it.
+SharedPrograms& shared_programs() {
+  alignas(SharedPrograms) static unsigned char storage[sizeof(SharedPrograms)];
+  static SharedPrograms* const made = ::new (storage) SharedPrograms;
+  return *made;
+}
+
 // A thread's two caches.
 struct ThreadCaches {
   CompiledCache compile;
@@ -134,6 +227,20 @@ bool is_clear_command(char const* p) {
   return value == -1 || value == 1;
 }
 
+// The expression `source` compiles to with the switch set to `backslashes`:
+// a copy of the shared one when there is one, as the compile would leave
+// the engine's error text (cleared); else compiled, and shared when good.
+Tcl_RegExp_* shared_or_compiled(char const* source, int backslashes) {
+  if (Tcl_RegExp_* const twin = shared_programs().copy_of(source, backslashes)) {
+    zelstr::regex::clear_error();
+    return twin;
+  }
+  Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
+  Tcl_RegExp_* const re = Tcl_RegExpCompile(source);
+  if (re != nullptr) shared_programs().keep(source, backslashes, re);
+  return re;
+}
+
 // Compiles `pattern` with the switch set to `backslashes` into a new entry
 // of `cache`.  A failure for lack of memory (the pattern's copy, the interp,
 // or the compile's "out of space") is not cached, since the same pattern
@@ -144,10 +251,7 @@ CompiledCache::Entry* compile_entry(CompiledCache& cache, char const* pattern, c
   CompiledCache::Entry e{_zstrdupalloc(pattern, 0), backslashes, nullptr, nullptr};
   e.interp = e.pattern != nullptr ? Tcl_CreateInterp() : nullptr;
   *no_interp = e.interp == nullptr;
-  if (e.interp != nullptr) {
-    Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
-    e.re = Tcl_RegExpCompile(e.interp, source);
-  }
+  if (e.interp != nullptr) e.re = shared_or_compiled(source, backslashes);
   if (e.interp == nullptr || (e.re == nullptr && out_of_space())) {
     if (e.interp == nullptr) zelstr::frame::note_allocation_failure();
     _zstrdupfree(e.pattern);
@@ -159,6 +263,7 @@ CompiledCache::Entry* compile_entry(CompiledCache& cache, char const* pattern, c
 
 void release_compile_cache() {
   CacheSlot::for_each([](ThreadCaches& caches) { caches.compile.clear(); });
+  shared_programs().clear();
 }
 
 // The warning of a pattern that did not compile: with the engine's error
@@ -190,6 +295,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
   re = nullptr;
   if (reinterpret_cast<std::intptr_t>(pattern) == -1) {
     compile_cache().clear();
+    shared_programs().clear();
     return 1;
   }
   if (pattern == nullptr) {
@@ -224,6 +330,7 @@ int Tcl_CompileRE(char const* pattern, Tcl_Interp*& interp, Tcl_RegExp_*& re,
 int Tcl_MatchRE(char const* string, char const* pattern) noexcept {
   if (is_clear_command(string)) {
     match_cache().clear();
+    shared_programs().clear();
     return 1;
   }
   if (string == nullptr) {

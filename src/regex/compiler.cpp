@@ -9,11 +9,15 @@
 // the buffer.
 #include "regex/compiler.h"
 
+#include <algorithm>
 #include <cctype>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <new>
 
+#include "frame/memory.h"
 #include "frame/messages.h"
 #include "frame/per_thread.h"
 #include "regex/automata.h"
@@ -406,6 +410,29 @@ Tcl_RegExp_* compile(char const* pattern, char const* attached) {
     return nullptr;
   }
   return re;
+}
+
+Tcl_RegExp_* copy(Tcl_RegExp_ const* re) {
+  std::size_t const bytes = offsetof(Tcl_RegExp_, program) + re->program_size;
+  auto* const twin = static_cast<Tcl_RegExp_*>(std::malloc(bytes));
+  if (twin == nullptr) {
+    frame::note_allocation_failure();
+    return nullptr;
+  }
+  std::memcpy(twin, re, bytes);
+  std::fill(std::begin(twin->startp), std::end(twin->startp), nullptr);
+  std::fill(std::begin(twin->endp), std::end(twin->endp), nullptr);
+  if (re->must != nullptr) twin->must = twin->program + (re->must - re->program);
+  twin->automata = nullptr;
+  if (re->automata != nullptr) {
+    twin->automata = new (std::nothrow) Automata(re->automata->nfa);
+    if (twin->automata == nullptr) {
+      frame::note_allocation_failure();
+      std::free(twin);
+      return nullptr;
+    }
+  }
+  return twin;
 }
 
 void release_work_buffers() {

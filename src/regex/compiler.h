@@ -11,6 +11,12 @@ namespace zelstr::regex {
 // on an error, whose text is then the current error text.
 Tcl_RegExp_* compile(char const* pattern, char const* attached);
 
+// A new record that matches as `re` does, with no match results and
+// automata of its own (sharing `re`'s instructions, which are only read):
+// what compiling `re`'s pattern again would give, for another thread.
+// NULL, counted, when memory is short.
+Tcl_RegExp_* copy(Tcl_RegExp_ const* re);
+
 // Frees the compile work buffer (at unload).
 void release_work_buffers();
 

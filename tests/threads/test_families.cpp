@@ -174,6 +174,13 @@ struct Round {
     out << offset(text.c_str(), start);
     out << Tcl_MatchRE(text.c_str(), cat({pattern, "$|^", pattern}).c_str());
 
+    // One pattern every thread compiles: each holds its own results.
+    Tcl_RegExp_* common = nullptr;
+    out << Tcl_CompileRE("([a-f]+)x([0-9])", interp, common, 0)
+        << Tcl_RegExpMatch(text.c_str(), common);
+    Tcl_RegExpRange(common, 2, &start, &end);
+    out << offset(text.c_str(), start) << Tcl_MatchRE(text.c_str(), "[a-f]x[0-7][a-f]+z");
+
     // The error text and the switch are the thread's own.
     Tcl_RegExp_* const bad = Tcl_RegExpCompile(thread % 2 == 0 ? "a(" : "*a");
     out << (bad == nullptr) << Tcl_GetRegError();
