@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "frame/processor.h"
+
 namespace zelstr::findmany {
 
 NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, Byte const* table) {
@@ -37,9 +39,21 @@ NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, 
 
 namespace {
 
+// The byte shuffle the scan needs has no form in the compiler's generic
+// vectors that every compiler takes, so processors other than x86-64 read
+// the tables byte by byte.
 NibbleScan choose_scan() {
-  if (__builtin_cpu_supports("avx2")) return nibble_scan_avx2();
-  if (__builtin_cpu_supports("ssse3")) return nibble_scan_ssse3();
+#if ZELSTR_X86_KERNELS
+  switch (frame::kernel_isa()) {
+    case frame::Isa::kAvx2:
+      return nibble_scan_avx2();
+    case frame::Isa::kSsse3:
+      return nibble_scan_ssse3();
+    case frame::Isa::kSse2:
+    case frame::Isa::kPortable:
+      break;
+  }
+#endif
   return nullptr;  // the tables are read byte by byte
 }
 

@@ -18,8 +18,8 @@
 //
 // The scan is written once over the vector width; the source files of the
 // instruction sets that have a byte shuffle (SSSE3, AVX2) instantiate it,
-// and the processor's features choose among them at run time.  Without one
-// the same tables are read byte by byte.
+// and the processor's features choose among them at run time
+// (frame/processor.h).  Without one the same tables are read byte by byte.
 #ifndef ZELSTR_FINDMANY_NIBBLE_FILTER_H
 #define ZELSTR_FINDMANY_NIBBLE_FILTER_H
 

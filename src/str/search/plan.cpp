@@ -1,5 +1,5 @@
 // plan.cpp - preparing a pattern, and running the search: the pair scan for
-// the instruction set at hand, and the Boyer-Moore walk when the pair scan
+// the instruction set at hand (kernels.h), and the Boyer-Moore walk when the pair scan
 // gives up or cannot serve.
 #include "str/search/plan.h"
 
@@ -8,13 +8,9 @@
 #include "chars/upper_fold.h"
 #include "frame/memory.h"
 #include "frame/per_thread.h"
+#include "str/search/kernels.h"
 
 namespace zelstr::str::search {
-
-Found pair_scan_sse2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor, std::uintptr_t limit);
-Found pair_scan_avx2(char const* text, char const* pattern, Plan const& plan,
-                     Visitor const& visitor, std::uintptr_t limit);
 
 namespace {
 
@@ -41,11 +37,6 @@ struct Commonness {
   }
 };
 constexpr Commonness kCommonness;
-
-bool has_avx2() {
-  static bool const available = __builtin_cpu_supports("avx2");
-  return available;
-}
 
 unsigned score_at(char const* pattern, std::uint32_t k, SearchState const& st) {
   auto const b = static_cast<unsigned char>(pattern[k]);
@@ -254,8 +245,7 @@ Found scan(char const* text, char const* pattern, SearchState& st, Visitor const
   char const* const p = st.folds() ? st.folded.c_str() : pattern;
   Found found;
   if (st.plan.vector) {
-    found = has_avx2() ? pair_scan_avx2(text, p, st.plan, visitor, limit)
-                       : pair_scan_sse2(text, p, st.plan, visitor, limit);
+    found = pair_scan_kernel()(text, p, st.plan, visitor, limit);
     if (found.resume == nullptr) return found;
   }
   if (!st.skip_ready) build_skip(st, p);
