@@ -126,80 +126,49 @@ class CompiledCache {
 
 // The expressions compiled last by any thread, most recently used first,
 // as they came from the compiler: a copy of one matches as compiling its
-// text again would.  Compiles that failed are not kept: a thread compiles
-// those itself, which also gives it the engine's error text.
+// text again would.  A list of the same kind as a thread's cache (with no
+// interps), behind a lock.  Compiles that failed are not kept: a thread
+// compiles those itself, which also gives it the engine's error text.
 class SharedPrograms {
  public:
   // A copy of the expression compiled from `source` with `backslashes`;
   // NULL when there is none, or no memory for the copy.
   Tcl_RegExp_* copy_of(char const* source, int backslashes) {
     zelstr::platform::CriticalSectionGuard const guard(lock());
-    auto const at = find(source, backslashes);
-    if (at == m_entries.end()) return nullptr;
-    std::rotate(m_entries.begin(), at, at + 1);
-    return zelstr::regex::copy(m_entries.front().re);
+    CompiledCache::Entry const* const e = m_programs.find(source, backslashes);
+    return e != nullptr ? zelstr::regex::copy(e->re) : nullptr;
   }
 
   // Keeps a copy of `re`, just compiled from `source` with `backslashes`,
   // unless another thread has kept one meanwhile.  Nothing is kept when
   // memory is short.
   void keep(char const* source, int backslashes, Tcl_RegExp_ const* re) {
-    Entry entry{_zstrdupalloc(source, 0), backslashes, nullptr};
-    if (entry.source != nullptr) entry.re = zelstr::regex::copy(re);
+    CompiledCache::Entry entry{_zstrdupalloc(source, 0), backslashes, nullptr, nullptr};
+    if (entry.pattern != nullptr) entry.re = zelstr::regex::copy(re);
     if (entry.re == nullptr) {
-      release(entry);
+      _zstrdupfree(entry.pattern);
       return;
     }
     zelstr::platform::CriticalSectionGuard const guard(lock());
-    if (find(source, backslashes) != m_entries.end()) {
-      release(entry);
+    if (m_programs.find(source, backslashes) != nullptr) {
+      _zstrdupfree(entry.pattern);
+      Tcl_DeleteInterp(entry.re);
       return;
     }
-    if (m_entries.size() == kCapacity) {
-      release(m_entries.back());
-      m_entries.pop_back();
-    }
-    try {
-      m_entries.insert(m_entries.begin(), entry);
-    } catch (std::bad_alloc const&) {
-      zelstr::frame::note_allocation_failure();
-      release(entry);
-    }
+    m_programs.add(entry);
   }
 
   void clear() {
     zelstr::platform::CriticalSectionGuard const guard(lock());
-    for (Entry& e : m_entries) release(e);
-    m_entries.clear();
-    m_entries.shrink_to_fit();
+    m_programs.clear();
   }
 
  private:
-  static constexpr std::size_t kCapacity = 256;
-
-  struct Entry {
-    char* source;  // a heap copy
-    int backslashes;
-    Tcl_RegExp_* re;
-  };
-
-  std::vector<Entry>::iterator find(char const* source, int backslashes) {
-    return std::find_if(m_entries.begin(), m_entries.end(), [&](Entry const& e) {
-      return e.backslashes == backslashes && std::strcmp(e.source, source) == 0;
-    });
-  }
-
-  static void release(Entry& e) {
-    _zstrdupfree(e.source);
-    Tcl_DeleteInterp(e.re);
-    e = Entry{};
-  }
-
   static zelstr::platform::CriticalSection& lock() {
     return zelstr::frame::own_lock(zelstr::frame::OwnLock::kPrograms);
   }
 
-  std::vector<Entry> m_entries;
+  CompiledCache m_programs;
 };
 
 // Made in place and never destroyed by a static destructor: the unload

@@ -260,9 +260,10 @@ PrimaryKey primary_key(Collation const& collation, char16_t unit) {
   if (U_FAILURE(status) || count != 1) return key;
   std::uint8_t whole[64];
   int32_t const size = ucol_getSortKey(collation.exact, text, 1, whole, sizeof whole);
+  if (size > int32_t{sizeof whole}) return key;
   int primary = 0;
-  while (primary < size && primary < int{sizeof whole} && whole[primary] > 1) ++primary;
-  if (size > int32_t{sizeof whole} || primary > int{sizeof key.bytes}) return key;
+  while (primary < size && whole[primary] > 1) ++primary;
+  if (primary > int{sizeof key.bytes}) return key;
   std::memcpy(key.bytes, whole, static_cast<std::size_t>(primary));
   key.size = primary;
   return key;

@@ -5,9 +5,10 @@
 // one unit (code_page.h), on the stack when short, and hands it to the
 // collator.  A comparison first skips the head the strings share, and
 // calls no collator at all when their first difference is two characters
-// ranked by their first-level weights (platform::primary_ranks).  The case tables are built once, when the helper is opened, by
-// asking the collator for the case of each of the code page's characters:
-// upper and lower then cost one table look-up a byte.
+// ranked by their first-level weights (platform::primary_ranks).  The case
+// tables are built once, when the helper is opened, by asking the collator
+// for the case of each of the code page's characters: upper and lower then
+// cost one table look-up a byte.
 #include <algorithm>
 #include <bit>
 #include <climits>
@@ -174,7 +175,8 @@ int order(ZealStrHelper::Impl const* impl, char const* s1, char const* s2, unsig
   std::size_t const nb = head + strnlen(s2 + head, cap - head);
   head += common_head(a + head, b + head, na - head, nb - head);
   if (head == na && head == nb) return 0;
-  if (head < na && head < nb) {
+  // (A head shorter than the quick loop's was tried above.)
+  if (head >= quick && head < na && head < nb) {
     if (int const r = first_level_order(impl, a[head], b[head])) return r;
   }
   while (head > 0 && (impl->joins[a[head]] || impl->joins[b[head]] || impl->joins[a[head - 1]])) {
