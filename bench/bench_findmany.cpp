@@ -173,7 +173,8 @@ void register_all() {
 
 int main(int argc, char** argv) {
   if (text().empty()) {
-    std::fprintf(stderr, "bench_findmany: the corpus was not found under %s\n", ZELSTR_CORPUS_DIR);
+    std::fprintf(stderr, "bench_findmany: the corpus was not found under %s\n",
+                 zelstr::bench::corpus_dir());
     return 1;
   }
   return zelstr::bench::run_with_ratios(argc, argv, register_all);

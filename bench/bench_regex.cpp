@@ -214,7 +214,8 @@ void register_all() {
 
 int main(int argc, char** argv) {
   if (corpus_lines().size() < 1000) {
-    std::fprintf(stderr, "bench_regex: the SQL corpus was not found under %s\n", ZELSTR_CORPUS_DIR);
+    std::fprintf(stderr, "bench_regex: the SQL corpus was not found under %s\n",
+                 zelstr::bench::corpus_dir());
     return 1;
   }
   return zelstr::bench::run_with_ratios(argc, argv, register_all);

@@ -222,7 +222,7 @@ void register_all() {
 int main(int argc, char** argv) {
   if (sql().size() < 1000) {
     std::fprintf(stderr, "bench_search: the SQL corpus was not found under %s\n",
-                 ZELSTR_CORPUS_DIR);
+                 zelstr::bench::corpus_dir());
     return 1;
   }
   return zelstr::bench::run_with_ratios(argc, argv, register_all);

@@ -235,7 +235,7 @@ void register_all() {
 int main(int argc, char** argv) {
   if (tsql_text().empty() || plsql_text().empty()) {
     std::fprintf(stderr, "bench_sql: the T-SQL or PL/SQL scripts were not found under %s\n",
-                 ZELSTR_CORPUS_DIR);
+                 zelstr::bench::corpus_dir());
     return 1;
   }
   return zelstr::bench::run_with_ratios(argc, argv, register_all);

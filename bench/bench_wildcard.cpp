@@ -148,7 +148,8 @@ void register_all() {
 
 int main(int argc, char** argv) {
   if (corpus_lines().lines.empty()) {
-    std::fprintf(stderr, "bench_wildcard: the corpus was not found under %s\n", ZELSTR_CORPUS_DIR);
+    std::fprintf(stderr, "bench_wildcard: the corpus was not found under %s\n",
+                 zelstr::bench::corpus_dir());
     return 1;
   }
   return zelstr::bench::run_with_ratios(argc, argv, register_all);

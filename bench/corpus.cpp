@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -12,8 +13,13 @@
 
 namespace zelstr::bench {
 
+char const* corpus_dir() {
+  char const* const dir = std::getenv("ZELSTR_CORPUS_DIR");
+  return dir != nullptr && *dir != '\0' ? dir : ZELSTR_CORPUS_DIR;
+}
+
 std::string sql_scripts(char const* folder) {
-  std::filesystem::path const dir = std::filesystem::path(ZELSTR_CORPUS_DIR) / folder;
+  std::filesystem::path const dir = std::filesystem::path(corpus_dir()) / folder;
   if (!std::filesystem::exists(dir)) return {};
   std::vector<std::filesystem::path> files;
   for (auto const& entry : std::filesystem::directory_iterator(dir)) files.push_back(entry.path());
@@ -53,7 +59,7 @@ int run_with_ratios(int argc, char** argv, void (*register_all)()) {
 int run_on_sql_megabyte(char const* program, int argc, char** argv, void (*register_all)()) {
   if (sql_megabyte().size() < (1u << 20)) {
     std::fprintf(stderr, "%s: the SQL corpus under %s holds less than 1 MB\n", program,
-                 ZELSTR_CORPUS_DIR);
+                 corpus_dir());
     return 1;
   }
   return run_with_ratios(argc, argv, register_all);

@@ -6,7 +6,12 @@
 
 namespace zelstr::bench {
 
-// The scripts of one folder of ZELSTR_CORPUS_DIR ("tsql" or "plsql"), in
+// The corpus folder: the environment's ZELSTR_CORPUS_DIR when it is set (a
+// copy of the benchmarks run on another machine), else the one beside the
+// source tree, as compiled in.
+char const* corpus_dir();
+
+// The scripts of one folder of corpus_dir() ("tsql" or "plsql"), in
 // name order, each followed by a newline, without NUL bytes; empty when the
 // folder is missing.
 std::string sql_scripts(char const* folder);

@@ -42,7 +42,7 @@ string(REGEX REPLACE "/$" "" ZELSTR_PC_TO_PREFIX ${ZELSTR_PC_TO_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/zelstr32.pc.in ${PROJECT_BINARY_DIR}/zelstr32.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zelstr32.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# The tool's manual page and bash completion (native builds, where the tool
+# The tool's manual page and bash completion (Linux builds, where the tool
 # printed them at build time).
 if(ZELSTR_MAN_PAGE)
   install(FILES ${ZELSTR_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)

@@ -1,5 +1,6 @@
 # Packages of what cmake --install puts in place (cmake/ZelStrInstall.cmake):
-#   Linux    cpack -G DEB   zelstr32_<version>_<arch>.deb
+#   Linux    cpack -G DEB   zelstr32_<version>_<arch>.deb (amd64, or arm64
+#                           from the 64-bit ARM cross build)
 #   Windows  cpack -G ZIP   zelstr32-<version>-win64.zip
 # run in a build tree after the build.  The version is the project's.
 
@@ -30,6 +31,17 @@ else()
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION libs)
   set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+  # A cross build's package is for the target's architecture, not the
+  # machine's that dpkg would name.
+  if(CMAKE_CROSSCOMPILING)
+    set(debian_architectures aarch64 arm64 x86_64 amd64)
+    list(FIND debian_architectures ${CMAKE_SYSTEM_PROCESSOR} i)
+    if(i LESS 0)
+      message(FATAL_ERROR "no Debian architecture known for ${CMAKE_SYSTEM_PROCESSOR}")
+    endif()
+    math(EXPR i "${i} + 1")
+    list(GET debian_architectures ${i} CPACK_DEBIAN_PACKAGE_ARCHITECTURE)
+  endif()
   # A shlibs file for the two libraries, and the ldconfig trigger (the
   # triggers file: the linker cache is rebuilt once per dpkg run).
   set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)

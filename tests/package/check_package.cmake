@@ -3,11 +3,12 @@
 # pkg-config zelstr32.
 #   cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DINCLUDE_DIR=...
 #         -DVERSION=... -DLIBDIR=... -DCXX=... -P check_package.cmake
-# A Windows build (cross-built) adds -DTOOLCHAIN_FILE=... and -DEMULATOR=...:
-# the consumers are built with that toolchain and run under the emulator.
+# A cross build adds -DTOOLCHAIN_FILE=... and -DEMULATOR=... (and
+# -DWINDOWS=ON for Windows): the consumers are built with that toolchain and
+# run under the emulator.
 set(stage ${WORK_DIR}/stage)
 file(REMOVE_RECURSE ${WORK_DIR})
-if(TOOLCHAIN_FILE)
+if(WINDOWS)
   set(windows ON)
   set(suffix .exe)
 endif()
@@ -90,6 +91,9 @@ if(windows)
                         -DZelStr32_DIR=${stage}/${lib}/cmake/ZelStr32)
 else()
   list(APPEND configure -DCMAKE_PREFIX_PATH=${stage})
+  if(TOOLCHAIN_FILE)
+    list(APPEND configure -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE})
+  endif()
 endif()
 run(${CMAKE_COMMAND} ${configure})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/cmake)
@@ -126,6 +130,6 @@ if(NOT windows)
   set(program ${WORK_DIR}/library_only)
   run(${CXX} -std=c++20 ${SOURCE_DIR}/library_only.cpp -I${stage}/include -L${stage}/${lib}
       -Wl,--as-needed -lzelstr32 -Wl,-rpath,${stage}/${lib} -o ${program})
-  run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${program})
+  run(${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${EMULATOR} ${program})
   expect_output(library_only "^library_only: ZelStr32 ${version_pattern} \\(")
 endif()

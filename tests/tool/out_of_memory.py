@@ -55,7 +55,7 @@ def run(args, fail=None):
         else:
             env["ZELSTR_FAIL_ALLOCATION"] = fail
         r = subprocess.run([TOOL, *args], env=env, capture_output=True, timeout=60)
-        counted = int(open(count.name).read() or 0) if fail is None else 0
+        counted = int(count.read() or 0) if fail is None else 0
     return r, counted
 
 
