@@ -40,21 +40,24 @@ NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, 
 namespace {
 
 // The byte shuffle the scan needs has no form in the compiler's generic
-// vectors that every compiler takes, so processors other than x86-64 read
-// the tables byte by byte.
+// vectors that every compiler takes, so it is written for each instruction
+// set that has one (SSSE3, AVX2, Advanced SIMD); other processors, and the
+// narrower x86-64 sets, read the tables byte by byte.
 NibbleScan choose_scan() {
-#if ZELSTR_X86_KERNELS
   switch (frame::kernel_isa()) {
+#if ZELSTR_X86_KERNELS
     case frame::Isa::kAvx2:
       return nibble_scan_avx2();
     case frame::Isa::kSsse3:
       return nibble_scan_ssse3();
-    case frame::Isa::kSse2:
-    case frame::Isa::kPortable:
-      break;
-  }
 #endif
-  return nullptr;  // the tables are read byte by byte
+#if ZELSTR_NEON_KERNELS
+    case frame::Isa::kNeon:
+      return nibble_scan_neon();
+#endif
+    default:
+      return nullptr;  // the tables are read byte by byte
+  }
 }
 
 }  // namespace

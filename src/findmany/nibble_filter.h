@@ -70,6 +70,7 @@ using NibbleScan = Byte const* (*)(NibbleTables const&, Byte const* p, Byte cons
                                    Byte const** rest, Accept accept, void const* context);
 NibbleScan nibble_scan_ssse3();
 NibbleScan nibble_scan_avx2();
+NibbleScan nibble_scan_neon();
 
 }  // namespace zelstr::findmany
 
