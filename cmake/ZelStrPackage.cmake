@@ -31,16 +31,10 @@ else()
   set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
   set(CPACK_DEBIAN_PACKAGE_SECTION libs)
   set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-  # A cross build's package is for the target's architecture, not the
-  # machine's that dpkg would name.
-  if(CMAKE_CROSSCOMPILING)
-    set(debian_architectures aarch64 arm64 x86_64 amd64)
-    list(FIND debian_architectures ${CMAKE_SYSTEM_PROCESSOR} i)
-    if(i LESS 0)
-      message(FATAL_ERROR "no Debian architecture known for ${CMAKE_SYSTEM_PROCESSOR}")
-    endif()
-    math(EXPR i "${i} + 1")
-    list(GET debian_architectures ${i} CPACK_DEBIAN_PACKAGE_ARCHITECTURE)
+  # The 64-bit ARM cross build's package is for arm64, not for the machine's
+  # architecture that dpkg would name.
+  if(CMAKE_CROSSCOMPILING AND ZELSTR_AARCH64)
+    set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
   endif()
   # A shlibs file for the two libraries, and the ldconfig trigger (the
   # triggers file: the linker cache is rebuilt once per dpkg run).
