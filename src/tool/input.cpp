@@ -45,47 +45,54 @@ Input::~Input() {
 
 bool Input::fill() {
   if (!ok() || m_ended) return false;
-  if (m_start > 0) {
-    m_offset += m_start;
-    m_buffer.erase(0, m_start);
-    m_start = 0;
+  // What is pending moves down to end on an aligned byte, where the read
+  // then starts.
+  std::size_t const kept = pending();
+  std::size_t const start = aligned_start(kept);
+  if (m_start > start) {
+    std::memmove(m_bytes.data() + start, m_bytes.data() + m_start, kept);
+    m_offset += m_start - start;
+    m_start = start;
+    m_end = start + kept;
   }
-  std::size_t const old_size = m_buffer.size();
-  m_buffer.resize(old_size + kBlock);
-  std::size_t const n = std::fread(m_buffer.data() + old_size, 1, kBlock, m_file);
-  m_buffer.resize(old_size + n);
+  m_bytes.reserve(m_end + kRead + 1, m_end);
+  std::size_t const n = std::fread(m_bytes.data() + m_end, 1, kRead, m_file);
   if (n == 0) {
     if (std::ferror(m_file)) {
       m_invocation.error("%s: read error: %s", m_name, std::strerror(errno));
       m_failed = true;
     }
     m_ended = true;
+    m_bytes.data()[m_end] = '\0';
     return false;
   }
-  if (void const* zero = std::memchr(m_buffer.data() + old_size, '\0', n)) {
-    auto const at = static_cast<char const*>(zero) - m_buffer.data();
+  char* const read = m_bytes.data() + m_end;
+  if (void const* zero = std::memchr(read, '\0', n)) {
+    auto const at = static_cast<char const*>(zero) - m_bytes.data();
     m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read",
                        m_name, static_cast<unsigned long long>(m_offset + at));
     m_failed = true;
     return false;
   }
+  m_end += n;
+  m_bytes.data()[m_end] = '\0';
   return true;
 }
 
 std::string_view Input::next_block() {
-  m_offset += m_buffer.size();
-  m_buffer.clear();
-  m_start = 0;
-  if (!fill()) return {};
-  return m_buffer;
+  if (pending() == 0 && !fill()) return {};
+  std::string_view const block(m_bytes.data() + m_start, pending());
+  m_start = m_end;
+  return block;
 }
 
 bool Input::next_line(char*& line, std::size_t& length) {
-  std::size_t searched = m_start;
+  std::size_t searched = 0;  // bytes after m_start known to hold no line feed
   for (;;) {
-    void* const end = std::memchr(m_buffer.data() + searched, '\n', m_buffer.size() - searched);
+    char* const from = m_bytes.data() + m_start;
+    void* const end = std::memchr(from + searched, '\n', pending() - searched);
     if (end != nullptr) {
-      line = m_buffer.data() + m_start;
+      line = from;
       length = static_cast<std::size_t>(static_cast<char*>(end) - line);
       m_line_offset = m_offset + m_start;
       m_start += length + 1;
@@ -98,145 +105,52 @@ bool Input::next_line(char*& line, std::size_t& length) {
       ++m_line_number;
       return true;
     }
-    searched = m_buffer.size() - m_start;  // after fill() moves the rest to the front
+    searched = pending();
     if (!fill()) break;
   }
-  if (m_failed || m_start == m_buffer.size()) return false;
-  m_buffer.push_back('\0');  // the last line, without a line feed
-  line = m_buffer.data() + m_start;
+  if (m_failed || pending() == 0) return false;
+  line = m_bytes.data() + m_start;  // the last line, without a line feed
+  length = pending();
   m_line_offset = m_offset + m_start;
-  length = m_buffer.size() - 1 - m_start;
-  m_start = m_buffer.size();
+  m_start = m_end;  // the spare byte after it is its terminator
   m_line_end = "";
   ++m_line_number;
   return true;
 }
 
 bool Input::next_lines(Lines& lines, bool numbered) {
-  if (m_mapping == Mapping::kUntried) {
-    bool const regular = ok() && m_file != stdin && m_file_map.open(m_path);
-    m_mapping = regular ? Mapping::kMapped : Mapping::kRead;
-  }
-  if (m_mapping == Mapping::kMapped) return next_mapped_lines(lines, numbered);
   if (m_covered_at != std::string::npos) {  // the byte the last stretch's terminator covered
-    m_buffer[m_covered_at] = m_covered;
+    m_bytes.data()[m_covered_at] = m_covered;
     m_covered_at = std::string::npos;
   }
-  std::size_t searched = m_start;  // no line feed before here (but the stretch's own)
+  std::size_t searched = 0;  // bytes after m_start known to hold no line feed
   for (;;) {
-    if (m_buffer.size() - m_start >= kStretch || m_ended) {
-      char const* const from = m_buffer.data() + searched;
-      char const* const lf = last_of(from, m_buffer.size() - searched, '\n');
-      std::size_t end = lf != nullptr ? static_cast<std::size_t>(lf - m_buffer.data()) + 1
-                        : m_ended     ? m_buffer.size()
-                                      : std::string::npos;
-      if (end != std::string::npos) {
-        if (end == m_start) return false;  // nothing left
-        lines.text = m_buffer.data() + m_start;
-        lines.length = end - m_start;
+    if (pending() >= kStretch || m_ended) {
+      char* const text = m_bytes.data() + m_start;
+      char const* const lf = last_of(text + searched, pending() - searched, '\n');
+      std::size_t const length = lf != nullptr ? static_cast<std::size_t>(lf - text) + 1
+                                 : m_ended     ? pending()
+                                               : std::string::npos;
+      if (length != std::string::npos) {
+        if (length == 0) return false;  // nothing left
+        lines.text = text;
+        lines.length = length;
         lines.offset = m_offset + m_start;
         lines.first_line = m_stretch_lines + 1;
         if (numbered) {
-          for (char const* p = lines.text;
-               (p = static_cast<char const*>(std::memchr(p, '\n', lines.text + lines.length - p)));
-               ++p) {
-            ++m_stretch_lines;
-          }
+          m_stretch_lines += static_cast<std::uint64_t>(std::count(text, text + length, '\n'));
         }
-        if (end < m_buffer.size()) {
-          m_covered = m_buffer[end];
-          m_covered_at = end;
-          m_buffer[end] = '\0';
-        }  // else the string's own terminator follows
-        m_start = end;
+        m_start += length;
+        if (m_start < m_end) {
+          m_covered = m_bytes.data()[m_start];
+          m_covered_at = m_start;
+          m_bytes.data()[m_start] = '\0';
+        }  // else the spare byte after the pending ones is the terminator
         return true;
       }
-      searched = m_buffer.size();  // a line longer than the stretch: read on
+      searched = pending();  // a line longer than the stretch: read on
     }
-    std::size_t const kept = searched - m_start;
-    if (!fill()) {
-      if (m_failed) return false;
-      searched = m_start + kept;
-      continue;  // ended: the rest is the last line
-    }
-    searched = m_start + kept;
-  }
-}
-
-// The view holds the file's bytes [from, to) (to at most the file's end,
-// and then the zeros after it in its last page too).
-bool Input::viewed(std::uint64_t from, std::uint64_t to) {
-  if (from >= m_view_from && to <= m_view_to && m_view != nullptr) return true;
-  std::uint64_t const size = m_file_map.size();
-  std::uint64_t const start = from - from % m_file_map.granularity();
-  std::uint64_t const page = m_file_map.page();
-  std::uint64_t const file_end = (size + page - 1) / page * page;
-  std::uint64_t const end = std::min(file_end, std::max(to, start + kView));
-  m_view = m_file_map.view(start, static_cast<std::size_t>(end - start));
-  if (m_view == nullptr) {
-    m_invocation.error("%s: cannot be read: the system refused to map it into memory", m_name);
-    m_failed = true;
-    return false;
-  }
-  m_view_from = start;
-  m_view_to = std::min(end, size);
-  return true;
-}
-
-// Hands `text` out as a stretch (zero-terminated just after it), refusing
-// it when it holds a zero byte.
-bool Input::hand_out(Lines& lines, char* text, std::size_t length, bool numbered) {
-  if (void const* zero = std::memchr(text, '\0', length)) {
-    auto const at = static_cast<char const*>(zero) - text;
-    m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read",
-                       m_name, static_cast<unsigned long long>(m_mapped_next + at));
-    m_failed = true;
-    return false;
-  }
-  lines.text = text;
-  lines.length = length;
-  lines.offset = m_mapped_next;
-  lines.first_line = m_stretch_lines + 1;
-  if (numbered) {
-    for (char const* p = text;
-         (p = static_cast<char const*>(std::memchr(p, '\n', text + length - p))); ++p) {
-      ++m_stretch_lines;
-    }
-  }
-  m_mapped_next += length;
-  return true;
-}
-
-bool Input::next_mapped_lines(Lines& lines, bool numbered) {
-  if (m_covered_at != std::string::npos) {  // the byte the last terminator covered
-    m_view[m_covered_at] = m_covered;
-    m_covered_at = std::string::npos;
-  }
-  std::uint64_t const size = m_file_map.size();
-  std::uint64_t const from = m_mapped_next;
-  if (from >= size || m_failed) return false;
-  // A stretch of about kStretch bytes, cut after its last line feed; a line
-  // longer than that makes it longer.
-  for (std::uint64_t span = std::min<std::uint64_t>(kStretch, size - from);; span *= 2) {
-    span = std::min(span, size - from);
-    if (!viewed(from, from + span + (from + span < size ? 1 : 0))) return false;
-    char* const text = m_view + (from - m_view_from);
-    char const* const lf = last_of(text, static_cast<std::size_t>(span), '\n');
-    if (lf == nullptr && from + span < size) continue;
-    std::size_t const length = lf != nullptr && from + span < size
-                                   ? static_cast<std::size_t>(lf + 1 - text)
-                                   : static_cast<std::size_t>(span);
-    if (from + length < size) {
-      m_covered_at = static_cast<std::size_t>(from + length - m_view_from);
-      m_covered = m_view[m_covered_at];
-      m_view[m_covered_at] = '\0';
-      return hand_out(lines, text, length, numbered);
-    }
-    if (size % m_file_map.page() != 0) return hand_out(lines, text, length, numbered);
-    // The file ends on a page's end, with no byte after it for the
-    // terminator: its last stretch is handed out as a copy.
-    m_buffer.assign(text, length);
-    return hand_out(lines, m_buffer.data(), length, numbered);
+    if (!fill() && (m_failed || !m_ended)) return false;
   }
 }
 
@@ -276,15 +190,18 @@ char const* LineLocator::after(PickedLine const& line) const {
 }
 
 bool Input::read_rest(std::string& text) {
-  text.append(m_buffer, m_start);
   for (std::string_view b; !(b = next_block()).empty();) text.append(b);
   return ok();
 }
 
-void Input::reread(std::string text) {
-  m_buffer = std::move(text);
+void Input::reread(std::string const& text) {
+  m_bytes.reserve(text.size() + 1, 0);
+  std::memcpy(m_bytes.data(), text.data(), text.size());
+  m_bytes.data()[text.size()] = '\0';
   m_start = 0;
+  m_end = text.size();
   m_offset = 0;
+  m_ended = true;
   m_line_number = 0;
   m_line_offset = 0;
   m_line_end = {};

@@ -15,7 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/mapped_file.h"
+#include "tool/aligned_bytes.h"
 #include "tool/invocation.h"
 
 namespace zelstr::tool {
@@ -41,13 +41,12 @@ struct PickedLine {
 
 class Input {
  public:
-  static constexpr std::size_t kBlock = 1 << 16;
-  // What next_lines gathers before it cuts at a line end: large enough that
-  // a search runs long between calls, small enough to stay in the cache.
-  static constexpr std::size_t kStretch = 1 << 18;
-  // How much of a regular file is seen in memory at once: its pages are
-  // all the memory next_lines needs.
-  static constexpr std::size_t kView = 1 << 23;
+  // What one read asks for: large enough that the system's cost per call
+  // is small, small enough that the bytes are still in the cache when the
+  // command goes over them.
+  static constexpr std::size_t kRead = 1 << 18;
+  // What next_lines gathers before it cuts at a line end.
+  static constexpr std::size_t kStretch = kRead;
 
   // `name` is a file, or "-" for standard input.  A file that cannot be
   // opened is reported on `invocation` (ok() is then false).
@@ -59,8 +58,8 @@ class Input {
   bool ok() const { return m_file != nullptr && !m_failed; }
   char const* name() const { return m_name; }
 
-  // The next block of at most kBlock bytes; empty at the end or on an
-  // error (reported).
+  // The next block of at most kRead bytes (what one read gave); empty at
+  // the end or on an error (reported).
   std::string_view next_block();
 
   // The next line, zero-terminated in place (valid until the next call);
@@ -94,15 +93,15 @@ class Input {
   // with bytes changed but its lines kept (the same length, the same line
   // ends): next_line then gives the copy's lines from the first, with their
   // numbers and offsets in the input.
-  void reread(std::string text);
+  void reread(std::string const& text);
 
  private:
-  bool fill();  // reads more into m_buffer; false at the end or on an error
-  // next_lines over a file seen in memory: the stretches are the file's
-  // own bytes, not copies.
-  bool next_mapped_lines(Lines& lines, bool numbered);
-  bool viewed(std::uint64_t from, std::uint64_t to);
-  bool hand_out(Lines& lines, char* text, std::size_t length, bool numbered);
+  // Reads up to kRead more bytes after those not yet handed out (moved to
+  // the front first); false at the end or on an error (reported).
+  bool fill();
+  // The bytes not yet handed out: [m_start, m_end) of m_bytes, with a
+  // spare byte after them for a terminator.
+  std::size_t pending() const { return m_end - m_start; }
 
   Invocation& m_invocation;
   char const* m_path;  // as given ("-": standard input)
@@ -110,22 +109,15 @@ class Input {
   std::FILE* m_file = nullptr;
   bool m_failed = false;
   bool m_ended = false;  // the file gave its last byte: no more reading
-  std::string m_buffer;  // bytes read and not yet handed out, from m_start
-  std::size_t m_start = 0;
-  std::uint64_t m_offset = 0;  // of m_buffer[0] in the input
+  AlignedBytes m_bytes;
+  std::size_t m_start = 0, m_end = 0;
+  std::uint64_t m_offset = 0;  // of m_bytes.data()[0] in the input
   std::uint64_t m_line_number = 0;
   std::uint64_t m_line_offset = 0;
   std::string_view m_line_end;
+  std::uint64_t m_stretch_lines = 0;  // the lines next_lines has handed out
   // next_lines: the byte its terminator covers (put back at the next call)
   // and where, or npos when none is covered.
-  std::uint64_t m_stretch_lines = 0;  // the lines next_lines has handed out
-  // A regular file for next_lines: mapped (tried on its first call), the
-  // view's bounds in the file, and the offset of the next byte to hand out.
-  enum class Mapping { kUntried, kMapped, kRead } m_mapping = Mapping::kUntried;
-  platform::MappedFile m_file_map;
-  char* m_view = nullptr;
-  std::uint64_t m_view_from = 0, m_view_to = 0;
-  std::uint64_t m_mapped_next = 0;
   char m_covered = '\0';
   std::size_t m_covered_at = std::string::npos;
   PickedLine m_picked{};

@@ -5,6 +5,7 @@
 #define ZELSTR_TOOL_LINE_SEARCH_H
 
 #include "tool/input.h"
+#include "zelstr/findall.h"
 
 namespace zelstr::tool {
 
@@ -27,6 +28,36 @@ void for_each_hit_line(Input& in, bool numbered, Next next, Take take) {
       if (!take(line)) return;
       from = locate.after(line);
     }
+  }
+}
+
+// The same for one string searched case for case: CFindAllStr::FindAll hands
+// every occurrence in a stretch over in one call, which saves a search's
+// setup per hit; occurrences in a line already taken are passed over.
+template <class Take>
+void for_each_line_with(Input& in, bool numbered, char const* string, Take take) {
+  struct Walk {
+    Input& in;
+    LineLocator locate;
+    Take& take;
+    char const* next;  // the start of the line after the one taken last
+    bool stopped;
+    static int visit(char const* at, void* context) {
+      auto& walk = *static_cast<Walk*>(context);
+      if (at < walk.next) return 1;
+      PickedLine const line = walk.locate.line_at(at);
+      walk.in.pick(line);
+      walk.stopped = !walk.take(line);
+      walk.next = walk.locate.after(line);
+      return walk.stopped ? 0 : 1;
+    }
+  };
+  Lines lines;
+  while (in.next_lines(lines, numbered)) {
+    Walk walk{in, LineLocator(lines, numbered), take, lines.text, false};
+    CFindAllStr all(lines.text, string, 0);
+    all.FindAll(&Walk::visit, &walk, 0);
+    if (walk.stopped) return;
   }
 }
 

@@ -34,9 +34,10 @@ bool may_match_line_end(char const* pattern, void const* map) {
 }  // namespace
 
 // find [-i] [-n] [-c] [--map DEFINITION] PATTERN [FILE...]: a stretch of
-// lines at a time, the pattern searched as the one string of a
-// CFindManyStrHoary (ignoring ASCII case, or through the map); line by line
-// for an empty pattern (in every line) or one that may match a line end.
+// lines at a time, the pattern searched by CFindAllStr's walk, or (ignoring
+// ASCII case, or through the map) as the one string of a CFindManyStrHoary;
+// line by line for an empty pattern (in every line) or one that may match a
+// line end.
 int run_find(Invocation& inv) {
   if (inv.operands().empty()) return inv.usage_error("no pattern");
   char const* const pattern = inv.operands()[0];
@@ -48,6 +49,15 @@ int run_find(Invocation& inv) {
   CFindManyStrHoary search(strings, insensitive ? ZEAL_MANY_ICASE : 0, map.get());
   bool const by_lines = *pattern == '\0' || may_match_line_end(pattern, map.get());
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
+    auto const print = [&](PickedLine const& line) {
+      printer.print_line(in, line.text);
+      return true;
+    };
+    if (!by_lines && !insensitive && !map.given()) {
+      for_each_line_with(in, inv.flag("-n"), pattern, print);
+      printer.end_of(in);
+      return;
+    }
     if (!by_lines) {
       for_each_hit_line(
           in, inv.flag("-n"),
@@ -55,10 +65,7 @@ int run_find(Invocation& inv) {
             int index;
             return search.Find(lines.text, &index, static_cast<long>(lines.length), from);
           },
-          [&](PickedLine const& line) {
-            printer.print_line(in, line.text);
-            return true;
-          });
+          print);
       printer.end_of(in);
       return;
     }

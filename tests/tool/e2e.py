@@ -151,17 +151,19 @@ class Corpus(unittest.TestCase):
                 self.assertEqual(want, got.stdout, insensitive)
 
     def test_stretches_of_lines_cut_only_at_line_ends(self):
-        # find and grep -F read stretches of lines: matches, CR LF ends and
-        # long lines across the reader's block edges (64 KiB) and stretch
-        # edges (256 KiB), a last line without its end, an empty input;
-        # GNU grep -F, a line at a time, is the oracle.
+        # find and grep -F read stretches of lines: matches, CR LF ends,
+        # two-byte characters and long lines across the reader's read edges
+        # (every 256 KiB), a last line without its end, an empty input; GNU
+        # grep -F, a line at a time, is the oracle.
         rng = random.Random(29)
         pieces = []
         size = 0
-        for edge in (1 << 16, 1 << 17, 1 << 18, 3 << 18):
-            filler = b"x" * (edge - size - 5 - rng.randrange(3))
-            pieces += [filler, b"needle\r\n"]
-            size += len(filler) + 8
+        for i, edge in enumerate((1 << 16, 1 << 18, 2 << 18, 3 << 18, 4 << 18, 5 << 18)):
+            piece = b"needle\r\n" if i % 2 == 0 else b"\xc3\xa9needle\n"
+            before = 5 + rng.randrange(3) if i % 2 == 0 else 1  # of the piece, before the edge
+            filler = b"x" * (edge - size - before)
+            pieces += [filler, piece]
+            size += len(filler) + len(piece)
         long_line = b"y" * (600 << 10) + b"needle" + b"y" * 100 + b"\n"
         texts = [b"".join(pieces) + long_line + b"last needle",
                  b"".join(pieces) + b"\n" * 1000 + b"NEEDLE\r\n",
