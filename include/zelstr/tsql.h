@@ -93,6 +93,19 @@ ZELSTR_API int _ztsqlwritenamelength(int* pnNameLength) noexcept;
 // keep their upper case when they begin a word.  Nothing happens for NULL
 // or empty code or a NULL map; ZEAL_STR_BAD_MAP leaves the code as it is.
 ZELSTR_API void _zmaptsqlapply(ZelStrMap map, char* code, int quotedId) noexcept;
+// The same, telling in `*context` (when not NULL) the context at the code's
+// end, as _ztsqlcodecontext (codehide.h) gives it at the code's length under
+// the same quoted-identifier setting, and in `*open` (when not NULL) where
+// the part left open there begins (its prefix or opening mark; the code's
+// length when the end is in code).  The code before `*open` ends in code,
+// and the open part maps from there alike whatever came before it: code
+// read a piece at a time is mapped piece by piece, the open part of each
+// carried, unmapped, to the front of the next.  One pass does it all.
+// NULL or empty code gives ZEAL_SQL_CODE and 0; a NULL or bad map leaves
+// the code as it is but still tells.  Code longer than INT_MAX bytes is
+// not for this overload.
+ZELSTR_API void _zmaptsqlapply(ZelStrMap map, char* code, int quotedId, int* context,
+                               int* open = nullptr) noexcept;
 
 // The T-SQL dialect object: names are checked and delimited according to
 // the settings of its connection (sqlsettings.h).

@@ -2,6 +2,8 @@
 #ifndef ZELSTR_PLATFORM_BINARY_STDIO_H
 #define ZELSTR_PLATFORM_BINARY_STDIO_H
 
+#include <cstddef>
+
 namespace zelstr::platform {
 
 // Makes standard input and output pass bytes unchanged (no line-end
@@ -11,6 +13,11 @@ void use_binary_stdio();
 // Whether standard output is a terminal (which wants each line as it comes,
 // where a file or a pipe is best written in large blocks).
 bool stdout_is_terminal();
+
+// Writes to standard output without taking the stream's lock: the tool
+// writes from one thread only, many short pieces (a line and its end), and
+// the lock was the largest part of each write.
+void write_stdout(char const* data, std::size_t length);
 
 }  // namespace zelstr::platform
 

@@ -43,7 +43,10 @@ class Mapper {
     translate(from, to);
   }
   void lone(Byte const*) { m_after_line_comment = false; }
+  // Where the part handed over last begins.
+  Byte const* last_begin() const { return m_last_begin; }
   void part(code::Part const& part) {
+    m_last_begin = part.begin;
     m_after_line_comment = part.kind == Kind::kLineComment;
     if (part.kind == Kind::kName) {
       translate(part.content, part.end);
@@ -77,15 +80,28 @@ class Mapper {
 
   Byte const* m_table;
   bool m_after_line_comment = false;
+  Byte const* m_last_begin = nullptr;
 };
 
 }  // namespace
 
-void _zmaptsqlapply(void* map, char* code, int quotedId) noexcept {
-  if (code == nullptr || *code == '\0' || map == nullptr) return;
-  Byte const* const table = zelstr::map::is_bad(map) ? kIdentity.at : zelstr::map::table_of(map);
+void _zmaptsqlapply(void* map, char* code, int quotedId, int* context, int* open) noexcept {
+  std::size_t const length = code != nullptr ? std::strlen(code) : 0;
+  if (context != nullptr) *context = static_cast<int>(Kind::kCode);
+  if (open != nullptr) *open = static_cast<int>(length);
+  if (length == 0 || (map == nullptr && context == nullptr && open == nullptr)) return;
+  Byte const* const table =
+      map == nullptr || zelstr::map::is_bad(map) ? kIdentity.at : zelstr::map::table_of(map);
   code::Grammar grammar;
   grammar.quoted_id = quotedId != 0;
   Mapper mapper(table);
-  code::scan(grammar, code, std::strlen(code), mapper);
+  Kind const kind = code::scan(grammar, code, length, mapper);
+  if (context != nullptr) *context = static_cast<int>(kind);
+  if (open != nullptr && kind != Kind::kCode) {
+    *open = static_cast<int>(mapper.last_begin() - reinterpret_cast<Byte const*>(code));
+  }
+}
+
+void _zmaptsqlapply(void* map, char* code, int quotedId) noexcept {
+  _zmaptsqlapply(map, code, quotedId, nullptr, nullptr);
 }

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/binary_stdio.h"
+#include "tool/line_feeds.h"
 #include "tool/out_of_memory.h"
 
 namespace zelstr::tool {
@@ -138,7 +140,7 @@ bool Input::next_lines(Lines& lines, bool numbered) {
         lines.offset = m_offset + m_start;
         lines.first_line = m_stretch_lines + 1;
         if (numbered) {
-          m_stretch_lines += static_cast<std::uint64_t>(std::count(text, text + length, '\n'));
+          m_stretch_lines += count_line_feeds(text, length);
         }
         m_start += length;
         if (m_start < m_end) {
@@ -175,9 +177,7 @@ PickedLine LineLocator::line_at(char const* at) {
   }
   std::uint64_t number = 0;
   if (m_numbered) {
-    std::uint64_t feeds = 0;
-    for (char const* p = m_counted; p < start; ++p) feeds += *p == '\n';
-    m_number += feeds;
+    m_number += count_line_feeds(m_counted, static_cast<std::size_t>(start - m_counted));
     m_counted = start;
     number = m_number;
   }
@@ -207,7 +207,7 @@ void Input::reread(std::string const& text) {
   m_line_end = {};
 }
 
-void write_out(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }
+void write_out(char const* data, std::size_t length) { platform::write_stdout(data, length); }
 
 void write_passed_line(Input const& in, std::string_view text) {
   write_out(text);

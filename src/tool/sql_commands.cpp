@@ -13,6 +13,7 @@
 #include <string>
 
 #include "tool/input.h"
+#include "tool/line_feeds.h"
 #include "tool/sql_code.h"
 #include "tool/text_tools.h"
 #include "tool/tsql_case_stream.h"
@@ -51,10 +52,9 @@ void for_each_word(Invocation& inv, Each each) {
   });
 }
 
-// sqlcase maps pieces of about this size, and hands the rest of an input
-// to the stream once a piece stays this long inside one part.
-constexpr std::size_t kSqlcasePiece = std::size_t{1} << 20;
-constexpr std::size_t kSqlcaseMostPiece = std::size_t{16} << 20;
+// sqlcase hands the rest of an input to the stream once a part has stayed
+// open this long.
+constexpr std::size_t kSqlcaseMostPiece = std::size_t{4} << 20;
 
 char const* describe(TsqlCaseStream::Open open) {
   switch (open) {
@@ -124,23 +124,29 @@ int run_sqlcase(Invocation& inv) {
   if (map.bad()) return kError;
   CodeReading reading;
   reading.quoted_id = inv.flag("--quoted-id");
-  void const* const connection = tsql_connection(true, reading.quoted_id);
   for_each_input(inv, inv.operands(), [&](Input& in) {
-    // Whole lines are gathered into a piece, mapped by one call once the
-    // piece is large and ends in code: after a line end in code, what
-    // follows maps alike whatever came before.  A piece that stays inside a
-    // literal, comment or name for long goes, with the rest of the input,
-    // through the stream, which follows the code itself in bounded memory.
-    std::string piece;
-    std::size_t next_check = kSqlcasePiece;
+    // A stretch of lines read in code is mapped where it lies, in one call,
+    // and written up to where a literal, comment or name left open at its
+    // end begins: what follows maps alike whatever came before that.  The
+    // open part, as read, starts a piece that gathers the lines after it
+    // and is mapped again, in a copy, each time it has doubled, until it is
+    // closed.  A part that stays open for long goes, with the rest of the
+    // input, through the stream, which follows the code itself in bounded
+    // memory.
+    std::string original, piece, mapped;
+    std::size_t next_check = 0;
     std::uint64_t lines_before = 0;
     std::unique_ptr<TsqlCaseStream> stream;
-    auto const map_piece = [&] {
-      _zmaptsqlapply(map.get(), piece.data(), reading.quoted_id ? 1 : 0);
-      write_out(piece);
-      lines_before += static_cast<std::uint64_t>(std::count(piece.begin(), piece.end(), '\n'));
-      piece.clear();
-      next_check = kSqlcasePiece;
+    int context = ZEAL_SQL_CODE;
+    // Maps `text` (zero-terminated after `length` bytes) in place and writes
+    // it up to the part it leaves open; where that part begins.
+    auto const map_and_write = [&](char* text) {
+      int open = 0;
+      _zmaptsqlapply(map.get(), text, reading.quoted_id ? 1 : 0, &context, &open);
+      auto const written = static_cast<std::size_t>(open);
+      write_out(text, written);
+      lines_before += count_line_feeds(text, written);
+      return written;
     };
     Lines lines;
     while (in.next_lines(lines, false)) {
@@ -149,19 +155,24 @@ int run_sqlcase(Invocation& inv) {
         stream->write({lines.text, lines.length});
         continue;
       }
+      if (piece.empty()) {
+        original.assign(lines.text, lines.length);
+        std::size_t const written = map_and_write(lines.text);
+        piece.assign(original, written);
+        next_check = 2 * piece.size();
+        continue;
+      }
       piece.append(lines.text, lines.length);
       if (piece.size() < next_check) continue;
-      if (_ztsqlcodecontext(connection, piece.c_str(), static_cast<int>(piece.size())) ==
-          ZEAL_SQL_CODE) {
-        map_piece();
-      } else if (piece.size() > kSqlcaseMostPiece) {
+      mapped.assign(piece);
+      piece.erase(0, map_and_write(mapped.data()));
+      next_check = 2 * piece.size();
+      if (piece.size() > kSqlcaseMostPiece) {
         stream = std::make_unique<TsqlCaseStream>(
             map.get(), reading.quoted_id, 1 << 20, [](std::string_view s) { write_out(s); },
             lines_before + 1);
         stream->write(piece);
         piece.clear();
-      } else {
-        next_check = 2 * piece.size();
       }
     }
     char const* open = nullptr;
@@ -170,16 +181,17 @@ int run_sqlcase(Invocation& inv) {
       TsqlCaseStream::Open const left = stream->finish(line);
       if (left != TsqlCaseStream::Open::kNothing) open = describe(left);
     } else if (!piece.empty()) {
-      int const context =
-          _ztsqlcodecontext(connection, piece.c_str(), static_cast<int>(piece.size()));
+      mapped.assign(piece);
+      std::size_t const written = map_and_write(mapped.data());
+      // What is left is the part open at the end, mapped as it maps alone.
+      write_out(mapped.data() + written, mapped.size() - written);
       if (context == ZEAL_SQL_STRING || context == ZEAL_SQL_BLOCK_COMMENT ||
           context == ZEAL_SQL_NAME) {
         open = context == ZEAL_SQL_STRING          ? "string literal"
                : context == ZEAL_SQL_BLOCK_COMMENT ? "block comment"
                                                    : "delimited name";
-        line = lines_before + opening_line(reading, piece);
+        line = lines_before + 1;
       }
-      map_piece();
     }
     if (open != nullptr && in.ok()) {
       inv.error("%s: unterminated %s opened on line %llu (%s to the end)", in.name(), open,

@@ -130,4 +130,38 @@ TEST(MapTsql, AgreesWithAModelOnRandomCode) {
   }
 }
 
+// The context the mapping tells at the code's end is the one the scanner
+// of _ztsqlcodecontext finds there; the code is mapped as without it; cut
+// where the open part begins, the two pieces map alone as they did
+// together, the first ending in code.
+TEST(MapTsql, TellsTheContextAtTheEndAndWhereTheOpenPartBegins) {
+  Maps maps;
+  static char keys[2];
+  ASSERT_EQ(1, _ztsqlsetdefaults(&keys[0], 2016, 129, 0, 1, '[', nullptr));
+  ASSERT_EQ(1, _ztsqlsetdefaults(&keys[1], 2016, 129, 1, 1, '[', nullptr));
+  std::mt19937 random(11);
+  std::string const alphabet = "aN'\"[]-/*\r\n ";
+  for (int i = 0; i < 20000; ++i) {
+    std::string code(random() % 16, ' ');
+    for (char& c : code) c = alphabet[random() % alphabet.size()];
+    int const quoted_id = static_cast<int>(random() % 2);
+    int const want = _ztsqlcodecontext(&keys[quoted_id], code.c_str(), static_cast<int>(code.size()));
+    void* const map = i % 3 == 0 ? nullptr : maps.lower;
+    std::string mapped = code;
+    int context = -1, open = -1;
+    _zmaptsqlapply(map, mapped.data(), quoted_id, &context, &open);
+    ASSERT_EQ(want, context) << "code [" << code << "] quoted_id " << quoted_id;
+    ASSERT_EQ(map == nullptr ? code : applied(map, code, quoted_id), mapped) << code;
+    ASSERT_EQ(want == ZEAL_SQL_CODE, open == static_cast<int>(code.size())) << code;
+    std::string head = code.substr(0, static_cast<std::size_t>(open));
+    std::string tail = code.substr(static_cast<std::size_t>(open));
+    int head_context = -1, tail_context = -1;
+    _zmaptsqlapply(map, head.data(), quoted_id, &head_context);
+    _zmaptsqlapply(map, tail.data(), quoted_id, &tail_context);
+    ASSERT_EQ(ZEAL_SQL_CODE, head_context) << code;
+    ASSERT_EQ(want, tail_context) << code;
+    ASSERT_EQ(mapped, head + tail) << "code [" << code << "] quoted_id " << quoted_id;
+  }
+}
+
 }  // namespace

@@ -4,10 +4,16 @@
 
 #include <unistd.h>
 
+#include <cstdio>
+
 namespace zelstr::platform {
 
 void use_binary_stdio() {}
 
 bool stdout_is_terminal() { return isatty(STDOUT_FILENO) != 0; }
+
+void write_stdout(char const* data, std::size_t length) {
+  fwrite_unlocked(data, 1, length, stdout);
+}
 
 }  // namespace zelstr::platform
