@@ -1,6 +1,6 @@
-// text_commands.cpp - the subcommands on plain text: find (a stretch of
-// lines at a time), span, replace, trim, quote, unquote (a line at a time);
-// and cmp on two arguments.
+// text_commands.cpp - the subcommands on plain text: find, replace, trim,
+// quote and unquote (a stretch of lines at a time), span (a line at a
+// time); and cmp on two arguments.
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tool/input.h"
+#include "tool/line_rewrite.h"
 #include "tool/line_search.h"
 #include "tool/text_tools.h"
 #include "zelstr/zelstr.h"
@@ -176,15 +177,14 @@ void trim_chars(char* line, char const* chars, bool left, bool right) {
 int run_trim(Invocation& inv) {
   bool const left = inv.flag("--left"), right = inv.flag("--right");
   char const* const chars = inv.value("--chars");
-  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t) {
+  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t, std::string& out) {
     if (chars == nullptr) {
       trim_spaces(line, left, right);
     } else {
       trim_chars(line, chars, left, right);
     }
-    write_passed_line(in, line);
+    out.append(line);
     inv.found();
-    return true;
   });
   return inv.exit_status();
 }
@@ -223,20 +223,19 @@ bool quote_char(Invocation& inv, char fallback, char& quote) {
 
 }  // namespace
 
-// quote [-c CHAR] [FILE...]: each line framed by the quote, in place in a
-// copy with room for the two quotes, so that lines of any length are kept
+// quote [-c CHAR] [FILE...]: each line framed by the quote, in place in the
+// output with room for the two quotes, so that lines of any length are kept
 // whole.
 int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  std::string framed;
-  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t length) {
-    framed.assign(line, length);
-    framed.resize(length + 3, '\0');
-    _zstrenquote(framed.data(), quote);
-    write_passed_line(in, {framed.data(), length + 2});
+  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
+    std::size_t const at = out.size();
+    out.append(line, length);
+    out.append(3, '\0');
+    _zstrenquote(out.data() + at, quote);
+    out.resize(at + length + 2);
     inv.found();
-    return true;
   });
   return inv.exit_status();
 }
@@ -247,19 +246,18 @@ int run_quote(Invocation& inv) {
 int run_unquote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  for_each_line(inv, inv.operands(), [&](Input& in, char* line, std::size_t length) {
+  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
     // A line that is not quoted stays as it is, the library warning why: a
     // warning only -W shows is not asked for.
     bool const quoted = length >= 2 && line[0] == quote && line[length - 1] == quote;
     if (!quoted && !inv.warnings_shown()) {
-      write_passed_line(in, {line, length});
-      return true;
+      out.append(line, length);
+      return;
     }
     inv.clear_warning();
     _zstrunquoted(line, quote, line);
     if (inv.last_warning().empty()) inv.found();
-    write_passed_line(in, line);
-    return true;
+    out.append(line);
   });
   return inv.exit_status();
 }

@@ -16,8 +16,7 @@ void use_binary_stdio() {
 
 bool stdout_is_terminal() { return _isatty(_fileno(stdout)) != 0; }
 
-void write_stdout(char const* data, std::size_t length) {
-  _fwrite_nolock(data, 1, length, stdout);
-}
+// The C library MinGW links has no unlocked write: the plain one, locked.
+void write_stdout(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }
 
 }  // namespace zelstr::platform

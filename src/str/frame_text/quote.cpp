@@ -19,7 +19,8 @@ namespace {
 // byte, `back` and a new terminator written at the end.
 char* frame_in_place(char* string, char front, char back) {
   std::size_t const length = std::strlen(string);
-  _zstrshift(string, 1, front, 0);
+  std::memmove(string + 1, string, length);
+  string[0] = front;
   string[length + 1] = back;
   string[length + 2] = '\0';
   return string;

@@ -4,19 +4,28 @@
 #include <cstring>
 
 #include "str/report.h"
-#include "zelstr/position.h"
 
 using namespace zelstr::str;
 
 namespace {
 
-// Removes the first `n` characters by moving the rest to the front.
-void cut_head(char* s, std::size_t n) {
-  if (n != 0) std::memmove(s, s + n, std::strlen(s + n) + 1);
+// Each text is measured once: the tail is cut by its length, and the head
+// is moved by what is left.
+
+// The length of the `n` bytes at `s` without their trailing run of bytes
+// found in `list` (a plain list of bytes).
+std::size_t without_tail(char const* s, std::size_t n, char const* list) {
+  while (n > 0 && std::strchr(list, s[n - 1]) != nullptr) --n;
+  return n;
 }
 
-// Cuts the trailing run of bytes found in `list` (a plain list of bytes).
-void cut_tail(char* s, char const* list) { s[std::strlen(s) - _zstrrspn(s, list)] = '\0'; }
+// Keeps the `n` bytes of `s` after its leading run of bytes of `list`,
+// moved to the front and terminated.
+void keep_after_head(char* s, std::size_t n, char const* list) {
+  s[n] = '\0';
+  std::size_t const head = std::strspn(s, list);
+  if (head != 0) std::memmove(s, s + head, n - head + 1);
+}
 
 bool is_blank(char c) { return c == ' ' || c == '\t'; }
 
@@ -48,7 +57,7 @@ char* _zstrltrim(char* string) noexcept {
     warn(msg::kLtrimNullString);
     return nullptr;
   }
-  cut_head(string, std::strspn(string, " "));
+  keep_after_head(string, std::strlen(string), " ");
   return string;
 }
 
@@ -57,7 +66,7 @@ char* _zstrrtrim(char* string) noexcept {
     warn(msg::kRtrimNullString);
     return nullptr;
   }
-  cut_tail(string, " ");
+  string[without_tail(string, std::strlen(string), " ")] = '\0';
   return string;
 }
 
@@ -66,8 +75,7 @@ char* _zstrbtrim(char* string) noexcept {
     warn(msg::kBtrimNullString);
     return nullptr;
   }
-  cut_tail(string, " ");
-  cut_head(string, std::strspn(string, " "));
+  keep_after_head(string, without_tail(string, std::strlen(string), " "), " ");
   return string;
 }
 
@@ -76,7 +84,7 @@ char* _zstrltrimex(char* string1, char const* string2) noexcept {
     warn(string1 == nullptr ? msg::kLtrimexNullString1 : msg::kLtrimexNullString2);
     return nullptr;
   }
-  cut_head(string1, std::strspn(string1, string2));
+  keep_after_head(string1, std::strlen(string1), string2);
   return string1;
 }
 
@@ -85,7 +93,7 @@ char* _zstrrtrimex(char* string1, char const* string2) noexcept {
     warn(string1 == nullptr ? msg::kRtrimexNullString1 : msg::kRtrimexNullString2);
     return nullptr;
   }
-  cut_tail(string1, string2);
+  string1[without_tail(string1, std::strlen(string1), string2)] = '\0';
   return string1;
 }
 
@@ -94,8 +102,7 @@ char* _zstrbtrimex(char* string1, char const* string2) noexcept {
     warn(string1 == nullptr ? msg::kBtrimexNullString1 : msg::kBtrimexNullString2);
     return nullptr;
   }
-  cut_tail(string1, string2);
-  cut_head(string1, std::strspn(string1, string2));
+  keep_after_head(string1, without_tail(string1, std::strlen(string1), string2), string2);
   return string1;
 }
 
