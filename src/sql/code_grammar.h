@@ -3,6 +3,7 @@
 #ifndef ZELSTR_SQL_CODE_GRAMMAR_H
 #define ZELSTR_SQL_CODE_GRAMMAR_H
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -64,15 +65,25 @@ class StopSet {
         m_bracket(splat(grammar.tsql ? '[' : '\'')),
         m_line(splat(grammar.commands ? '\n' : '\'')) {}
 
-  // Whether any of the sixteen bytes at `p` is a stop byte.
-  bool any_in(Byte const* p) const {
+  // The place (0 to 15) of the first stop byte among the sixteen at `p`,
+  // or 16 when none is: the compares give 0xFF for a stop byte, so in the
+  // two halves read as numbers the first one is found by counting zero
+  // bits from the end the first byte is stored at.
+  unsigned first_in(Byte const* p) const {
     Block v;
     std::memcpy(&v, p, sizeof v);
     Block const hit = (v == m_quote) | (v == m_double) | (v == m_dash) | (v == m_slash) |
                       (v == m_bracket) | (v == m_line);
     std::uint64_t halves[2];
     std::memcpy(halves, &hit, sizeof halves);
-    return (halves[0] | halves[1]) != 0;
+    for (unsigned half = 0; half < 2; ++half) {
+      if (halves[half] == 0) continue;
+      int const zeros = std::endian::native == std::endian::little
+                            ? __builtin_ctzll(halves[half])
+                            : __builtin_clzll(halves[half]);
+      return 8 * half + static_cast<unsigned>(zeros) / 8;
+    }
+    return 16;
   }
 
  private:

@@ -62,7 +62,8 @@ class Scanner {
   // they are all inside the text, then byte by byte up to the terminator.
   Byte const* skip_code(Byte const* p) const {
     while (m_end - p >= 16) {
-      if (m_stop_set.any_in(p)) break;
+      unsigned const at = m_stop_set.first_in(p);
+      if (at < 16) return p + at;
       p += 16;
     }
     while (!m_stops.at[*p]) ++p;
