@@ -12,10 +12,16 @@ namespace {
 // Each text is measured once: the tail is cut by its length, and the head
 // is moved by what is left.
 
+// Whether `c` (not the terminator) is in `list`; a list of one byte, as
+// the plain trims use, is compared directly.
+bool listed(char c, char const* list) {
+  return list[0] != '\0' && list[1] == '\0' ? c == list[0] : std::strchr(list, c) != nullptr;
+}
+
 // The length of the `n` bytes at `s` without their trailing run of bytes
 // found in `list` (a plain list of bytes).
 std::size_t without_tail(char const* s, std::size_t n, char const* list) {
-  while (n > 0 && std::strchr(list, s[n - 1]) != nullptr) --n;
+  while (n > 0 && listed(s[n - 1], list)) --n;
   return n;
 }
 
@@ -23,7 +29,8 @@ std::size_t without_tail(char const* s, std::size_t n, char const* list) {
 // moved to the front and terminated.
 void keep_after_head(char* s, std::size_t n, char const* list) {
   s[n] = '\0';
-  std::size_t const head = std::strspn(s, list);
+  std::size_t head = 0;
+  while (head < n && listed(s[head], list)) ++head;
   if (head != 0) std::memmove(s, s + head, n - head + 1);
 }
 
