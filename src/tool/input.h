@@ -1,5 +1,6 @@
-// input.h - the tool's inputs: files or standard input, read a block or a
-// line at a time, so that no input needs to fit in memory; or, for the
+// input.h - the tool's inputs: files or standard input, read 256 KiB at a
+// time into one aligned buffer and handed out as blocks, lines or stretches
+// of whole lines, so that no input needs to fit in memory; or, for the
 // commands that must see a whole text at once (a comment or a literal of
 // SQL code may span lines), read whole, then gone over again line by line
 // in a changed copy.
