@@ -29,7 +29,7 @@ char const* display_name(char const* name) {
 }  // namespace
 
 Input::Input(Invocation& invocation, char const* name)
-    : m_invocation(invocation), m_path(name), m_name(display_name(name)) {
+    : m_invocation(invocation), m_name(display_name(name)) {
   if (std::strcmp(name, "-") == 0) {
     m_file = stdin;
     return;
@@ -92,7 +92,9 @@ bool Input::next_line(char*& line, std::size_t& length) {
   std::size_t searched = 0;  // bytes after m_start known to hold no line feed
   for (;;) {
     char* const from = m_bytes.data() + m_start;
-    void* const end = std::memchr(from + searched, '\n', pending() - searched);
+    // (nothing is allocated before the first read: no memchr on NULL)
+    void* const end =
+        pending() > searched ? std::memchr(from + searched, '\n', pending() - searched) : nullptr;
     if (end != nullptr) {
       line = from;
       length = static_cast<std::size_t>(static_cast<char*>(end) - line);

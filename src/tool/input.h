@@ -105,7 +105,6 @@ class Input {
   std::size_t pending() const { return m_end - m_start; }
 
   Invocation& m_invocation;
-  char const* m_path;  // as given ("-": standard input)
   char const* m_name;
   std::FILE* m_file = nullptr;
   bool m_failed = false;
