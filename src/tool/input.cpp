@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 #include "platform/binary_stdio.h"
 #include "tool/line_feeds.h"

@@ -5,7 +5,6 @@
 #ifndef ZELSTR_TOOL_LINE_REWRITE_H
 #define ZELSTR_TOOL_LINE_REWRITE_H
 
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -24,19 +23,19 @@ void rewrite_lines(Invocation& invocation, std::span<char const* const> names, E
     Lines lines;
     while (in.next_lines(lines, false)) {
       out.clear();
-      char* const end = lines.text + lines.length;
-      for (char* line = lines.text; line < end;) {
-        auto* const lf = static_cast<char*>(std::memchr(line, '\n', end - line));
-        std::size_t length = static_cast<std::size_t>((lf != nullptr ? lf : end) - line);
-        std::string_view line_end = lf != nullptr ? "\n" : "";
-        if (lf != nullptr && length > 0 && line[length - 1] == '\r') {
-          --length;
-          line_end = "\r\n";
-        }
-        line[length] = '\0';  // its end, or the stretch's own terminator
-        each(line, length, out);
-        out.append(line_end);
-        line = lf != nullptr ? lf + 1 : end;
+      LineLocator locate(lines, false);
+      char const* const end = lines.text + lines.length;
+      for (char const* at = lines.text; at < end;) {
+        PickedLine const line = locate.line_at(at);
+        // The stretch is the input's own writable buffer: the line's end is
+        // its terminator meanwhile, then put back for the locator.
+        auto* const text = const_cast<char*>(line.text.data());
+        char const kept = text[line.text.size()];
+        text[line.text.size()] = '\0';
+        each(text, line.text.size(), out);
+        text[line.text.size()] = kept;
+        out.append(line.end);
+        at = locate.after(line);
       }
       write_out(out);
     }

@@ -117,13 +117,19 @@ std::string model(std::string code, int quoted_id) {
   return code;
 }
 
+// Up to `longest` bytes drawn from `alphabet`.
+std::string random_code(std::mt19937& random, std::string const& alphabet, unsigned longest) {
+  std::string code(random() % longest, ' ');
+  for (char& c : code) c = alphabet[random() % alphabet.size()];
+  return code;
+}
+
 TEST(MapTsql, AgreesWithAModelOnRandomCode) {
   Maps maps;
   std::mt19937 random(7);
   std::string const alphabet = "aXN&U'\"[]-/*\n @";
   for (int i = 0; i < 20000; ++i) {
-    std::string code(random() % 24, ' ');
-    for (char& c : code) c = alphabet[random() % alphabet.size()];
+    std::string const code = random_code(random, alphabet, 24);
     int const quoted_id = static_cast<int>(random() % 2);
     ASSERT_EQ(model(code, quoted_id), applied(maps.lower, code, quoted_id))
         << "code [" << code << "] quoted_id " << quoted_id;
@@ -142,8 +148,7 @@ TEST(MapTsql, TellsTheContextAtTheEndAndWhereTheOpenPartBegins) {
   std::mt19937 random(11);
   std::string const alphabet = "aN'\"[]-/*\r\n ";
   for (int i = 0; i < 20000; ++i) {
-    std::string code(random() % 16, ' ');
-    for (char& c : code) c = alphabet[random() % alphabet.size()];
+    std::string const code = random_code(random, alphabet, 16);
     int const quoted_id = static_cast<int>(random() % 2);
     int const want = _ztsqlcodecontext(&keys[quoted_id], code.c_str(), static_cast<int>(code.size()));
     void* const map = i % 3 == 0 ? nullptr : maps.lower;
