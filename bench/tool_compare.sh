@@ -2,7 +2,9 @@
 # The zelstr tool on a large file beside ripgrep, GNU grep and cat: the
 # corpus's text scripts (UTF-16 ones left out) repeated to SIZE_MB
 # megabytes (default 1024) in one file, read once so that it is in the page
-# cache; each command timed best of 3, its output written to a file, then
+# cache; each command timed best of 3, its output written to a file in
+# memory (/dev/shm where there is one, so that the disk's writing back of
+# earlier outputs does not fall into later timings), then
 # the ratio of zelstr's time to its peer's and zelstr's largest resident
 # set (from /usr/bin/time).
 #   bench/tool_compare.sh [ZELSTR] [CORPUS_DIR] [SIZE_MB]
@@ -13,7 +15,9 @@ zelstr=$(realpath "${1:-build/linux/bin/zelstr}")
 corpus=${2:-../shared/corpus}
 size_mb=${3:-1024}
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+out=$work/out
+if [[ -d /dev/shm && -w /dev/shm ]]; then out=$(mktemp -p /dev/shm); fi
+trap 'rm -rf "$work" "$out"' EXIT
 
 one=$work/one.sql
 find "$corpus" -name '*.sql' -print0 | sort -z | while IFS= read -r -d '' f; do
@@ -27,7 +31,7 @@ best() {  # the best wall time of 3 runs, in seconds; the output goes to a file
   local b=999 t s e
   for _ in 1 2 3; do
     s=$(date +%s.%N)
-    "$@" >"$work/out"
+    "$@" >"$out"
     e=$(date +%s.%N)
     t=$(echo "$e - $s" | bc)
     b=$(echo "if ($t < $b) $t else $b" | bc)
@@ -35,7 +39,7 @@ best() {  # the best wall time of 3 runs, in seconds; the output goes to a file
   echo "$b"
 }
 rss() {  # the largest resident set of one run, in MB
-  /usr/bin/time -f %M "$@" 2>&1 >"$work/out" | tail -n 1 | awk '{printf "%.1f", $1 / 1024}'
+  /usr/bin/time -f %M "$@" 2>&1 >"$out" | tail -n 1 | awk '{printf "%.1f", $1 / 1024}'
 }
 
 printf '%s: %s bytes\n' "$text" "$(stat -c %s "$text")"

@@ -50,8 +50,10 @@ CFindAllStr::CFindAllStr(char const* string1, char const* string2, int caseInsen
     return;
   }
   // A text shorter than the searched string, measured without reading past
-  // its terminator.
-  if (std::strlen(string1) < static_cast<std::size_t>(searchedLen)) {
+  // its terminator, nor further than the string's length: the text may be
+  // long, and the search that follows finds its end.
+  auto const needed = static_cast<std::size_t>(searchedLen);
+  if (::strnlen(string1, needed) < needed) {
     state = kTextTooShort;
     return;
   }

@@ -108,7 +108,11 @@ void print_man_page(std::FILE* out) {
                "files named, or standard input when there are none or for \\-, a line or\n"
                "a block at a time (hide, and grep and findall with \\-\\-code\\-only, read\n"
                "each input whole: a comment or a literal may span lines), and write\n"
-               "standard output.  Text holding a zero byte is refused as binary data.\n"
+               "standard output.  Text holding a zero byte is refused as binary data\n"
+               "(find may have printed lines before it).  find and grep see a file they\n"
+               "are named whole in memory where the system allows it (not on Windows),\n"
+               "as the fastest search tools do: a file made shorter while it is searched\n"
+               "may end the command with a signal.\n"
                ".SS \"Line ends\"\n%s\n"
                ".SH OPTIONS\nBefore any command:\n",
                ZELSTR_VERSION, roff(kLineEnds).c_str());

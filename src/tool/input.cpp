@@ -46,6 +46,7 @@ Input::~Input() {
 
 bool Input::fill() {
   if (!ok() || m_ended) return false;
+  if (m_whole.data() != nullptr) return take_in();
   // What is pending moves down to end on an aligned byte, where the read
   // then starts.
   std::size_t const kept = pending();
@@ -67,22 +68,54 @@ bool Input::fill() {
     m_bytes.data()[m_end] = '\0';
     return false;
   }
-  char* const read = m_bytes.data() + m_end;
-  if (void const* zero = std::memchr(read, '\0', n)) {
-    auto const at = static_cast<char const*>(zero) - m_bytes.data();
-    m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read",
-                       m_name, static_cast<unsigned long long>(m_offset + at));
-    m_failed = true;
-    return false;
-  }
+  if (!text_only(n)) return false;
   m_end += n;
   m_bytes.data()[m_end] = '\0';
   return true;
 }
 
+void Input::see_whole(Zeros zeros) {
+  if (ok() && m_file != stdin && m_end == 0 && m_offset == 0 && m_whole.open(m_name)) {
+    m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
+  }
+}
+
+bool Input::searched_to(Lines const& lines, char const* end) {
+  if (end == lines.text + lines.length) return true;
+  void const* const zero = std::memchr(lines.text, '\0', lines.length);
+  if (zero == nullptr) return true;
+  refuse_zero_at(lines.offset +
+                 static_cast<std::uint64_t>(static_cast<char const*>(zero) - lines.text));
+  return false;
+}
+
+bool Input::take_in() {
+  std::size_t const n = std::min(kSeenStretch, m_whole.size() - m_end);
+  if (n == 0) {
+    m_ended = true;
+    return false;
+  }
+  if (!m_zeros_left_to_search && !text_only(n)) return false;
+  m_end += n;
+  return true;
+}
+
+bool Input::text_only(std::size_t n) {
+  void const* const zero = std::memchr(base() + m_end, '\0', n);
+  if (zero == nullptr) return true;
+  refuse_zero_at(m_offset + static_cast<std::uint64_t>(static_cast<char const*>(zero) - base()));
+  return false;
+}
+
+void Input::refuse_zero_at(std::uint64_t offset) {
+  m_invocation.error("%s: binary data (a zero byte at offset %llu): only text can be read", m_name,
+                     static_cast<unsigned long long>(offset));
+  m_failed = true;
+}
+
 std::string_view Input::next_block() {
   if (pending() == 0 && !fill()) return {};
-  std::string_view const block(m_bytes.data() + m_start, pending());
+  std::string_view const block(base() + m_start, pending());
   m_start = m_end;
   return block;
 }
@@ -90,7 +123,7 @@ std::string_view Input::next_block() {
 bool Input::next_line(char*& line, std::size_t& length) {
   std::size_t searched = 0;  // bytes after m_start known to hold no line feed
   for (;;) {
-    char* const from = m_bytes.data() + m_start;
+    char* const from = base() + m_start;
     // (nothing is allocated before the first read: no memchr on NULL)
     void* const end =
         pending() > searched ? std::memchr(from + searched, '\n', pending() - searched) : nullptr;
@@ -112,7 +145,7 @@ bool Input::next_line(char*& line, std::size_t& length) {
     if (!fill()) break;
   }
   if (m_failed || pending() == 0) return false;
-  line = m_bytes.data() + m_start;  // the last line, without a line feed
+  line = base() + m_start;  // the last line, without a line feed
   length = pending();
   m_line_offset = m_offset + m_start;
   m_start = m_end;  // the spare byte after it is its terminator
@@ -123,13 +156,18 @@ bool Input::next_line(char*& line, std::size_t& length) {
 
 bool Input::next_lines(Lines& lines, bool numbered) {
   if (m_covered_at != std::string::npos) {  // the byte the last stretch's terminator covered
-    m_bytes.data()[m_covered_at] = m_covered;
+    base()[m_covered_at] = m_covered;
     m_covered_at = std::string::npos;
   }
+  if (m_whole.data() != nullptr && m_start - m_given_back >= kGiveBack) {
+    m_whole.release(m_start);
+    m_given_back = m_start;
+  }
+  std::size_t const stretch = m_whole.data() != nullptr ? kSeenStretch : kStretch;
   std::size_t searched = 0;  // bytes after m_start known to hold no line feed
   for (;;) {
-    if (pending() >= kStretch || m_ended) {
-      char* const text = m_bytes.data() + m_start;
+    if (pending() >= stretch || m_ended) {
+      char* const text = base() + m_start;
       char const* const lf = last_of(text + searched, pending() - searched, '\n');
       std::size_t const length = lf != nullptr ? static_cast<std::size_t>(lf - text) + 1
                                  : m_ended     ? pending()
@@ -144,11 +182,11 @@ bool Input::next_lines(Lines& lines, bool numbered) {
           m_stretch_lines += count_line_feeds(text, length);
         }
         m_start += length;
-        if (m_start < m_end) {
-          m_covered = m_bytes.data()[m_start];
+        if (m_start < bytes_end()) {
+          m_covered = base()[m_start];
           m_covered_at = m_start;
-          m_bytes.data()[m_start] = '\0';
-        }  // else the spare byte after the pending ones is the terminator
+          base()[m_start] = '\0';
+        }  // else the byte after the input's last is the terminator
         return true;
       }
       searched = pending();  // a line longer than the stretch: read on

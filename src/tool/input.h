@@ -1,9 +1,10 @@
 // input.h - the tool's inputs: files or standard input, read 256 KiB at a
 // time into one aligned buffer and handed out as blocks, lines or stretches
-// of whole lines, so that no input needs to fit in memory; or, for the
-// commands that must see a whole text at once (a comment or a literal of
-// SQL code may span lines), read whole, then gone over again line by line
-// in a changed copy.
+// of whole lines, so that no input needs to fit in memory (a searching
+// command may instead see a named file whole in memory, and is handed
+// stretches of it in place); or, for the commands that must see a whole
+// text at once (a comment or a literal of SQL code may span lines), read
+// whole, then gone over again line by line in a changed copy.
 //
 // The library works on zero-terminated strings, so a zero byte in the
 // input cannot be handed to it: the reader stops there and the input is
@@ -16,6 +17,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/mapped_file.h"
 #include "tool/aligned_bytes.h"
 #include "tool/invocation.h"
 
@@ -48,6 +50,12 @@ class Input {
   static constexpr std::size_t kRead = 1 << 18;
   // What next_lines gathers before it cuts at a line end.
   static constexpr std::size_t kStretch = kRead;
+  // The same of a file seen whole: a stretch's terminator is written into
+  // a copy-on-write view, where it costs a page's copy, so stretches are
+  // longer; what was handed out is given back to the system a few of them
+  // at a time, which keeps the resident memory small.
+  static constexpr std::size_t kSeenStretch = 1 << 20;
+  static constexpr std::size_t kGiveBack = 1 << 22;
 
   // `name` is a file, or "-" for standard input.  A file that cannot be
   // opened is reported on `invocation` (ok() is then false).
@@ -82,6 +90,25 @@ class Input {
   // next_line.
   bool next_lines(Lines& lines, bool numbered);
 
+  // From here on, sees a named regular file whole in memory when the
+  // system can, and next_lines hands out stretches of it in place: no copy
+  // is made, and only a stretch's terminator is written.  For the commands
+  // that search, and write nothing else into their lines; to be called
+  // before anything is read.  (A memory-mapped file that someone else makes
+  // shorter meanwhile takes its pages away from under the command: the
+  // tool maps only the files it is named, never standard input.)
+  //
+  // With Zeros::kFoundBySearch the stretches of a file seen whole are not
+  // looked over for a zero byte first: the caller's search, which ends at
+  // the first zero as at a terminator, tells searched_to() where it ended.
+  // That saves a pass over the text; what the search found before a zero
+  // byte has then been taken before the input is refused.
+  enum class Zeros { kChecked, kFoundBySearch };
+  void see_whole(Zeros zeros = Zeros::kChecked);
+  // The search of `lines` ended at `end`: short of their end, the zero
+  // byte there refuses the input (reported), and the result is false.
+  bool searched_to(Lines const& lines, char const* end);
+
   // The line picked out of `lines` as current (for line_number, line_end
   // and the printers), with the numbers kept by next_lines.
   void pick(PickedLine const& line);
@@ -100,9 +127,20 @@ class Input {
   // Reads up to kRead more bytes after those not yet handed out (moved to
   // the front first); false at the end or on an error (reported).
   bool fill();
-  // The bytes not yet handed out: [m_start, m_end) of m_bytes, with a
-  // spare byte after them for a terminator.
+  // The bytes not yet handed out: [m_start, m_end) of base(), with a
+  // spare byte after them for a terminator when they are read (of a file
+  // seen whole, they are followed by the rest of it).
   std::size_t pending() const { return m_end - m_start; }
+  char* base() const { return m_whole.data() != nullptr ? m_whole.data() : m_bytes.data(); }
+  // Where the bytes in base() end: after the last read, or the file's end.
+  std::size_t bytes_end() const { return m_whole.data() != nullptr ? m_whole.size() : m_end; }
+  // Takes up to kSeenStretch more bytes of a file seen whole; false at its
+  // end.
+  bool take_in();
+  // Refuses the input, reported, when the `n` bytes after the pending ones
+  // hold a zero byte.
+  bool text_only(std::size_t n);
+  void refuse_zero_at(std::uint64_t offset);
 
   Invocation& m_invocation;
   char const* m_name;
@@ -110,6 +148,9 @@ class Input {
   bool m_failed = false;
   bool m_ended = false;  // the file gave its last byte: no more reading
   AlignedBytes m_bytes;
+  platform::MappedFile m_whole;         // a file seen whole (see see_whole)
+  std::size_t m_given_back = 0;         // its bytes before this went back to the system
+  bool m_zeros_left_to_search = false;  // see Zeros::kFoundBySearch
   std::size_t m_start = 0, m_end = 0;
   std::uint64_t m_offset = 0;  // of m_bytes.data()[0] in the input
   std::uint64_t m_line_number = 0;

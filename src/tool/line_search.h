@@ -1,8 +1,12 @@
 // line_search.h - the searching commands over an input a stretch of lines
 // at a time: one search runs through many lines, and only the lines it
-// hits are looked at, one by one.  Lines are numbered only when asked.
+// hits are looked at, one by one.  Lines are numbered only when asked.  A
+// named file is seen whole in memory when the system can (nothing is
+// written into its lines but a stretch's terminator).
 #ifndef ZELSTR_TOOL_LINE_SEARCH_H
 #define ZELSTR_TOOL_LINE_SEARCH_H
+
+#include <cstring>
 
 #include "tool/input.h"
 #include "zelstr/findall.h"
@@ -17,6 +21,7 @@ namespace zelstr::tool {
 template <class Next, class Take>
 void for_each_hit_line(Input& in, bool numbered, Next next, Take take) {
   Lines lines;
+  in.see_whole();
   while (in.next_lines(lines, numbered)) {
     LineLocator locate(lines, numbered);
     char const* const end = lines.text + lines.length;
@@ -52,12 +57,18 @@ void for_each_line_with(Input& in, bool numbered, char const* string, Take take)
       return walk.stopped ? 0 : 1;
     }
   };
+  // The search stops at a zero byte as at the stretch's terminator; after
+  // a search to the end, the last window it tested ends where it stopped.
   Lines lines;
+  in.see_whole(Input::Zeros::kFoundBySearch);
+  std::size_t const length = std::strlen(string);
   while (in.next_lines(lines, numbered)) {
     Walk walk{in, LineLocator(lines, numbered), take, lines.text, false};
     CFindAllStr all(lines.text, string, 0);
     all.FindAll(&Walk::visit, &walk, 0);
     if (walk.stopped) return;
+    char const* const last = all.GetLastFindPos();
+    if (!in.searched_to(lines, last != nullptr ? last + length : nullptr)) return;
   }
 }
 

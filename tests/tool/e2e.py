@@ -152,13 +152,15 @@ class Corpus(unittest.TestCase):
 
     def test_stretches_of_lines_cut_only_at_line_ends(self):
         # find and grep -F read stretches of lines: matches, CR LF ends,
-        # two-byte characters and long lines across the reader's read edges
-        # (every 256 KiB), a last line without its end, an empty input; GNU
-        # grep -F, a line at a time, is the oracle.
+        # two-byte characters and long lines across the edges of reads
+        # (every 256 KiB, from standard input) and of the stretches of a
+        # file seen whole (every MiB), a last line without its end, a file
+        # that ends on a page's end, an empty input; GNU grep -F, a line at a
+        # time, is the oracle.
         rng = random.Random(29)
         pieces = []
         size = 0
-        for i, edge in enumerate((1 << 16, 1 << 18, 2 << 18, 3 << 18, 4 << 18, 5 << 18)):
+        for i, edge in enumerate((1 << 16, 1 << 18, 2 << 18, 3 << 18, 4 << 18, 1 << 20, 2 << 20)):
             piece = b"needle\r\n" if i % 2 == 0 else b"\xc3\xa9needle\n"
             before = 5 + rng.randrange(3) if i % 2 == 0 else 1  # of the piece, before the edge
             filler = b"x" * (edge - size - before)
@@ -167,7 +169,7 @@ class Corpus(unittest.TestCase):
         long_line = b"y" * (600 << 10) + b"needle" + b"y" * 100 + b"\n"
         texts = [b"".join(pieces) + long_line + b"last needle",
                  b"".join(pieces) + b"\n" * 1000 + b"NEEDLE\r\n",
-                 b"", b"needle", b"\n\nneedle\n",
+                 b"", b"needle", b"\n\nneedle\n", b"x" * 4090 + b"needle",
                  b"a\n" + b"z" * (100 << 20) + b"needle\r\nb\n"]  # a 100 MB line
         env = dict(os.environ, LC_ALL="C")
         with tempfile.TemporaryDirectory() as d:
@@ -182,6 +184,27 @@ class Corpus(unittest.TestCase):
                         got = zelstr(*command, *options, "needle", path)
                         self.assertEqual(want.stdout, got.stdout, "%s %s" % (command, options))
                         self.assertEqual(want.returncode, got.returncode)
+                        if options == ["-n"] and len(text) < (50 << 20):
+                            got = zelstr(*command, *options, "needle", stdin=text)
+                            self.assertEqual(want.stdout.replace(path.encode() + b":", b""),
+                                             got.stdout, "%s from standard input" % command)
+
+    def test_a_zero_byte_refuses_a_file_wherever_it_lies(self):
+        # A file seen whole is searched without a pass of its own for zero
+        # bytes: the search's end tells where one lies, before, in or after
+        # the stretch that holds the matches.
+        with tempfile.TemporaryDirectory() as d:
+            path = os.path.join(d, "text")
+            for at in (0, 9, (1 << 20) - 3, (1 << 20) + 5, (3 << 20) + 1):
+                text = bytearray((b"needle\n" + b"x" * 56 + b"\n") * ((4 << 20) // 64))
+                text[at] = 0
+                with open(path, "wb") as f:
+                    f.write(text)
+                for command in (["find", "-c", "needle"], ["find", "-c", "absent"],
+                                ["grep", "-F", "-c", "needle"], ["grep", "-c", "need+le"]):
+                    run = zelstr(*command, path)
+                    self.assertEqual(2, run.returncode, (command, at))
+                    self.assertIn(b"binary data (a zero byte at offset %d)" % at, run.stderr)
 
     def test_sqlcase_keeps_a_long_open_literal_and_maps_a_long_open_name(self):
         # Pieces of lines are mapped once they end in code; a part that stays
