@@ -73,6 +73,14 @@ void print_words(Input const& in, std::string_view line, char const* written,
   if (!any && words.in(line)) printer.count_line(in);  // an empty word: no part to print
 }
 
+// A pattern with no character the syntax gives a meaning to, nor a line
+// end, matches the lines that hold it as a string: they are found as find
+// finds them, every occurrence of a stretch in one pass.  (The empty
+// pattern matches every line, also those an empty string is not found in.)
+bool is_plain_string(char const* pattern) {
+  return *pattern != '\0' && pattern[std::strcspn(pattern, "^$.[]()|*+?{}\\\r\n")] == '\0';
+}
+
 // grep -F: the words of -e and -f, or of PATTERN; -i, -w.
 int run_fixed_grep(Invocation& inv) {
   FixedStrings words;
@@ -160,6 +168,14 @@ int run_grep(Invocation& inv) {
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
     // A stretch of lines at a time: the engine finds the lines that match
     // in one pass; their matches are then found in each alone.
+    if (!code_only && !parts && is_plain_string(inv.operands()[0])) {
+      for_each_line_with(in, inv.flag("-n"), inv.operands()[0], [&](PickedLine const& line) {
+        printer.print_line(in, line.text);
+        return true;
+      });
+      printer.end_of(in);
+      return;
+    }
     if (!code_only) {
       bool ok = true;
       for_each_hit_line(

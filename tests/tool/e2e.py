@@ -180,7 +180,9 @@ class Corpus(unittest.TestCase):
                 for options in (["-n"], ["-c"], ["-i", "-n"]):
                     want = subprocess.run(["grep", "-F", *options, "needle", path],
                                           capture_output=True, env=env)
-                    for command in (["find"], ["grep", "-F"]):
+                    for command in (["find"], ["grep", "-F"], ["grep"]):
+                        if command == ["grep"] and "-i" in options:
+                            continue  # the engine has no -i
                         got = zelstr(*command, *options, "needle", path)
                         self.assertEqual(want.stdout, got.stdout, "%s %s" % (command, options))
                         self.assertEqual(want.returncode, got.returncode)
@@ -201,7 +203,8 @@ class Corpus(unittest.TestCase):
                 with open(path, "wb") as f:
                     f.write(text)
                 for command in (["find", "-c", "needle"], ["find", "-c", "absent"],
-                                ["grep", "-F", "-c", "needle"], ["grep", "-c", "need+le"]):
+                                ["grep", "-F", "-c", "needle"], ["grep", "-c", "needle"],
+                                ["grep", "-c", "need+le"]):
                     run = zelstr(*command, path)
                     self.assertEqual(2, run.returncode, (command, at))
                     self.assertIn(b"binary data (a zero byte at offset %d)" % at, run.stderr)
