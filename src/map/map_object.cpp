@@ -5,6 +5,7 @@
 
 #include "frame/memory.h"
 #include "map/map_handle.h"
+#include "map/translate.h"
 #include "platform/map_block.h"
 #include "zelstr/copy.h"
 #include "zelstr/map.h"
@@ -76,40 +77,14 @@ char _zmapchrapply(void* map, char c) noexcept {
   return static_cast<char>(table_of(map)[static_cast<unsigned char>(c)]);
 }
 
-namespace {
-
-// Eight bytes at a time while none of them is the terminator: one load and
-// one store per word instead of per byte.  A word is read only from an
-// 8-byte aligned address, so it never crosses a page even when the
-// terminator lies inside it (bytes past the terminator are read, never
-// written); the address sanitizer is told not to watch those reads.
-__attribute__((no_sanitize_address)) void translate_in_place(unsigned char const* t, char* string) {
-  auto* p = reinterpret_cast<unsigned char*>(string);
-  for (; reinterpret_cast<std::uintptr_t>(p) % 8 != 0; ++p) {
-    if (*p == 0) return;
-    *p = t[*p];
-  }
-  constexpr std::uint64_t kOnes = 0x0101010101010101u, kHighs = 0x8080808080808080u;
-  for (;; p += 8) {
-    std::uint64_t w;
-    std::memcpy(&w, p, 8);
-    if (((w - kOnes) & ~w & kHighs) != 0) break;  // a zero byte in this word
-    std::uint64_t out = 0;
-    for (int i = 0; i < 64; i += 8) out |= std::uint64_t{t[(w >> i) & 0xFF]} << i;
-    std::memcpy(p, &out, 8);
-  }
-  for (; *p != 0; ++p) *p = t[*p];
-}
-
-}  // namespace
-
 char* _zmapstrapply(void* map, char* string) noexcept {
   if (map == nullptr || string == nullptr) return string;
   if (is_bad(map)) {
     warn(msg::kMapStrapplyInvalid);
     return string;
   }
-  translate_in_place(table_of(map), string);
+  auto* const p = reinterpret_cast<Byte*>(string);
+  translate_span(table_of(map), p, p + std::strlen(string));
   return string;
 }
 

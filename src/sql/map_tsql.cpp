@@ -12,6 +12,7 @@
 #include <cstring>
 
 #include "map/map_handle.h"
+#include "map/translate.h"
 #include "sql/code_scan.h"
 #include "zelstr/tsql.h"
 
@@ -33,7 +34,7 @@ constexpr IdentityTable kIdentity = make_identity();
 
 class Mapper {
  public:
-  explicit Mapper(Byte const* table) : m_table(table) {}
+  explicit Mapper(Byte const* table) : m_table(table), m_translate(table) {}
 
   // The CR of a CR LF that ends a line comment is kept with the comment,
   // as this function always did.
@@ -57,15 +58,7 @@ class Mapper {
 
  private:
   void translate(Byte const* from, Byte const* to) const {
-    Byte* p = const_cast<Byte*>(from);
-    Byte const* const table = m_table;
-    for (; to - p >= 4; p += 4) {
-      p[0] = table[p[0]];
-      p[1] = table[p[1]];
-      p[2] = table[p[2]];
-      p[3] = table[p[3]];
-    }
-    for (; p < to; ++p) *p = table[*p];
+    m_translate(const_cast<Byte*>(from), const_cast<Byte*>(to));
   }
 
   // Translates a prefix except an N or a U the map would put in lower case.
@@ -79,6 +72,7 @@ class Mapper {
   }
 
   Byte const* m_table;
+  zelstr::map::Translator m_translate;
   bool m_after_line_comment = false;
   Byte const* m_last_begin = nullptr;
 };

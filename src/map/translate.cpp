@@ -1,0 +1,73 @@
+// translate.cpp - translation through a table: the row kernel this
+// processor runs for long spans, a plain loop for short ones and for the
+// bytes after the last whole vector.
+#include "map/translate.h"
+
+namespace zelstr::map {
+namespace {
+
+void translate_bytes(Byte const* table, Byte* p, Byte* to) {
+  for (; to - p >= 4; p += 4) {
+    p[0] = table[p[0]];
+    p[1] = table[p[1]];
+    p[2] = table[p[2]];
+    p[3] = table[p[3]];
+  }
+  for (; p < to; ++p) *p = table[*p];
+}
+
+// The byte shuffle has no form in the compiler's generic vectors that every
+// compiler takes, so the kernel is written for each instruction set that
+// has one; other processors, and SSE2 alone, use the plain loop.
+TranslateKernel kernel_for(frame::Isa isa) {
+  switch (isa) {
+#if ZELSTR_X86_KERNELS
+    case frame::Isa::kAvx2:
+      return translate_avx2();
+    case frame::Isa::kSsse3:
+      return translate_ssse3();
+#endif
+#if ZELSTR_NEON_KERNELS
+    case frame::Isa::kNeon:
+      return translate_neon();
+#endif
+    default:
+      return nullptr;
+  }
+}
+
+TranslateKernel chosen_kernel() {
+  static TranslateKernel const kernel = kernel_for(frame::kernel_isa());
+  return kernel;
+}
+
+}  // namespace
+
+void read_rows(Byte const* table, TableRows& rows) noexcept {
+  rows.count = 0;
+  for (int row = 0; row < 16; ++row) {
+    bool changed = false;
+    for (int i = 0; i < 16; ++i) {
+      rows.images[rows.count][i] = table[row * 16 + i];
+      changed |= table[row * 16 + i] != row * 16 + i;
+    }
+    if (changed) rows.rows[rows.count++] = static_cast<Byte>(row);
+  }
+}
+
+Translator::Translator(Byte const* table) noexcept : Translator(frame::Isa::kPortable, table) {
+  m_kernel = chosen_kernel();
+}
+
+Translator::Translator(frame::Isa isa, Byte const* table) noexcept
+    : m_table(table), m_kernel(kernel_for(isa)) {
+  read_rows(table, m_rows);
+}
+
+void Translator::translate_long(Byte* from, Byte* to) const noexcept {
+  if (m_rows.count == 0) return;  // the identity
+  if (m_kernel != nullptr) from = m_kernel(m_rows, from, to);
+  translate_bytes(m_table, from, to);
+}
+
+}  // namespace zelstr::map
