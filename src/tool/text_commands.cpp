@@ -177,14 +177,27 @@ void trim_chars(char* line, char const* chars, bool left, bool right) {
 int run_trim(Invocation& inv) {
   bool const left = inv.flag("--left"), right = inv.flag("--right");
   char const* const chars = inv.value("--chars");
-  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t, std::string& out) {
+  // --left trims the head alone (also with --right), --right the tail
+  // alone, neither both ends.
+  bool const head = left || !right, tail = !left;
+  auto const trimmed = [chars](char c) {
+    return chars == nullptr ? c == ' ' : c != '\0' && std::strchr(chars, c) != nullptr;
+  };
+  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
+    inv.found();
+    // Most lines have nothing to trim: they pass whole, measured already.
+    bool const changes =
+        length > 0 && ((head && trimmed(line[0])) || (tail && trimmed(line[length - 1])));
+    if (!changes) {
+      out.append(line, length);
+      return;
+    }
     if (chars == nullptr) {
       trim_spaces(line, left, right);
     } else {
       trim_chars(line, chars, left, right);
     }
     out.append(line);
-    inv.found();
   });
   return inv.exit_status();
 }

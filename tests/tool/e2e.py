@@ -303,7 +303,8 @@ class BadInput(unittest.TestCase):
 # something on a line of "a" (the input's lines hold "a", "x" and spaces).
 TEXT_COMMANDS = [
     ["find", "a"], ["find", "-i", "A"], ["span", "[ a]"], ["replace", "a", "bb"],
-    ["trim"], ["quote"], ["unquote", "-c", "x"], ["map", "A-Z=a-z"], ["grep", "a"],
+    ["trim"], ["trim", "--left"], ["trim", "--right", "--chars", "x"], ["quote"],
+    ["unquote", "-c", "x"], ["map", "A-Z=a-z"], ["grep", "a"],
     ["grep", "-o", "a+"], ["findall", "a"], ["sqlcase", "--upper"], ["resword", "--tsql", "15"],
     ["sysname"], ["plsqlname"], ["hide"], ["grep", "--code-only", "a"], ["findall", "--code-only", "a"],
     ["like", "%a"], ["like", "-i", "--escape", "!", "%!A"], ["match", "*a"], ["sub", "a+", "<&>"],
@@ -329,7 +330,9 @@ def model(args, lines, ends):
         elif name == "replace":
             out.append(l.replace(b"a", b"bb") + e)
         elif name == "trim":
-            out.append(l.strip(b" ") + e)
+            chars = args[args.index("--chars") + 1].encode() if "--chars" in args else b" "
+            strip = l.lstrip if "--left" in args else l.rstrip if "--right" in args else l.strip
+            out.append(strip(chars) + e)
         elif name == "quote":
             out.append(b"'" + l + b"'" + e)
         elif name == "unquote":
