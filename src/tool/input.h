@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -173,10 +174,28 @@ class LineLocator {
 
   // The line that holds `at` (a position in the stretch).
   PickedLine line_at(char const* at);
+  // The line that starts at `start`, for a walk over every line of an
+  // unnumbered stretch (nothing to look back for, nothing to count).
+  PickedLine line_from(char const* start) const {
+    char const* const end = m_lines.text + m_lines.length;
+    auto const* const lf = static_cast<char const*>(std::memchr(start, '\n', end - start));
+    if (lf == nullptr) {
+      return PickedLine{{start, static_cast<std::size_t>(end - start)}, "", offset_of(start), 0};
+    }
+    bool const cr = lf > start && lf[-1] == '\r';
+    return PickedLine{{start, static_cast<std::size_t>(lf - start) - cr},
+                      cr ? std::string_view("\r\n") : std::string_view("\n"),
+                      offset_of(start),
+                      0};
+  }
   // The start of the line after `line` (the stretch's end after its last).
   char const* after(PickedLine const& line) const;
 
  private:
+  std::uint64_t offset_of(char const* at) const {
+    return m_lines.offset + static_cast<std::uint64_t>(at - m_lines.text);
+  }
+
   Lines const& m_lines;
   bool m_numbered;
   char const* m_counted;   // line feeds before here are counted

@@ -26,7 +26,7 @@ void rewrite_lines(Invocation& invocation, std::span<char const* const> names, E
       LineLocator locate(lines, false);
       char const* const end = lines.text + lines.length;
       for (char const* at = lines.text; at < end;) {
-        PickedLine const line = locate.line_at(at);
+        PickedLine const line = locate.line_from(at);
         // The stretch is the input's own writable buffer: the line's end is
         // its terminator meanwhile, then put back for the locator.
         auto* const text = const_cast<char*>(line.text.data());
