@@ -200,7 +200,19 @@ LineDfa::StateId LineDfa::transition(StateId from, unsigned char c) {
 
 // Whether the state matches at the line's end: it holds the match, or a
 // '$' that leads to it.
+// Worked out once per state (and kind of line), then kept in its flags:
+// every line that does not match ends in such a test.
 bool LineDfa::matches_at_line_end(StateId state, bool at_start) {
+  std::uint8_t& flags = m_flags[static_cast<std::size_t>(state)];
+  std::uint8_t const known = at_start ? kEmptyEndKnown : kEndKnown;
+  std::uint8_t const matches = at_start ? kEmptyEndMatches : kEndMatches;
+  if ((flags & known) == 0) {
+    flags |= static_cast<std::uint8_t>(known | (ends_a_match(state, at_start) ? matches : 0));
+  }
+  return (flags & matches) != 0;
+}
+
+bool LineDfa::ends_a_match(StateId state, bool at_start) {
   std::vector<std::uint32_t> seeds, leaves;
   for (std::uint32_t const pc : m_lists[static_cast<std::size_t>(state)]) {
     Inst const& inst = m_nfa[pc];

@@ -52,7 +52,18 @@ class LineDfa {
   using StateId = std::int32_t;
   static constexpr StateId kUnknown = -1;
   static constexpr StateId kSlow = -2;  // a line end: the loop's slow path
-  enum Flag : std::uint8_t { kAccepts = 1, kDead = 2, kIdle = 4 };
+  // kAccepts, kDead, kIdle: what the loop checks; then whether a line end
+  // after the state completes a match, once worked out (for a line that
+  // ended where it began, and for any other).
+  enum Flag : std::uint8_t {
+    kAccepts = 1,
+    kDead = 2,
+    kIdle = 4,
+    kEndKnown = 8,
+    kEndMatches = 16,
+    kEmptyEndKnown = 32,
+    kEmptyEndMatches = 64,
+  };
   enum SpecialClass : unsigned char { kEndClass = 0, kLineFeedClass = 1, kReturnClass = 2 };
 
   void build_classes();
@@ -64,6 +75,7 @@ class LineDfa {
   StateId idle_state();
   StateId transition(StateId from, unsigned char c);
   bool matches_at_line_end(StateId state, bool at_start);
+  bool ends_a_match(StateId state, bool at_start);
   char const* scan(unsigned char const* p, bool one_line, unsigned char const** next);
   unsigned char const* next_literal(unsigned char const* p);
 
