@@ -67,6 +67,10 @@ class Translator {
 
 // Every byte of [from, to) replaced by its image in `table` (256 bytes).
 inline void translate_span(Byte const* table, Byte* from, Byte* to) noexcept {
+  if (to - from < Translator::kKernelFrom) {
+    for (Byte* p = from; p < to; ++p) *p = table[*p];
+    return;
+  }
   Translator const translate(table);
   translate(from, to);
 }

@@ -8,7 +8,8 @@
 //
 // A file made shorter by someone else while it is seen this way takes its
 // pages away from under the view; the tool maps only files named to it,
-// as the fastest peers do, and reads everything else.
+// as the fastest peers do, and reads everything else.  What is appended
+// meanwhile is not seen: the view ends where the file did.
 //
 // Where the system cannot give a view's pages back piecemeal (Windows),
 // open() declines and files are read: a view of a large file would
@@ -18,6 +19,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 
 namespace zelstr::platform {
 
@@ -28,9 +30,11 @@ class MappedFile {
   MappedFile(MappedFile const&) = delete;
   MappedFile& operator=(MappedFile const&) = delete;
 
-  // Sees `path` whole when it is a regular, non-empty file the system can
-  // map with a zero after it; false otherwise (the caller reads it).
-  bool open(char const* path);
+  // Sees `file` whole when it is a regular, non-empty file the system can
+  // map with a zero after it, from its first byte (nothing read from it
+  // yet); false otherwise (the caller reads it).  The view outlives the
+  // file's closing.
+  bool open(std::FILE* file);
   char* data() const { return m_data; }
   std::size_t size() const { return m_size; }
   // Gives back the pages of the view that lie wholly before data() +

@@ -75,7 +75,7 @@ bool Input::fill() {
 }
 
 void Input::see_whole(Zeros zeros) {
-  if (ok() && m_file != stdin && m_end == 0 && m_offset == 0 && m_whole.open(m_name)) {
+  if (ok() && m_file != stdin && m_end == 0 && m_offset == 0 && m_whole.open(m_file)) {
     m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
   }
 }

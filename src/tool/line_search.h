@@ -47,10 +47,18 @@ void for_each_line_with(Input& in, bool numbered, char const* string, Take take)
     Take& take;
     char const* next;  // the start of the line after the one taken last
     bool stopped;
+    bool zero;  // a zero byte ends the line of a hit: the input is refused
     static int visit(char const* at, void* context) {
       auto& walk = *static_cast<Walk*>(context);
       if (at < walk.next) return 1;
       PickedLine const line = walk.locate.line_at(at);
+      // The search stops at a zero byte, but the line around a hit is
+      // found by its line feed: a zero after the hit is looked for here.
+      char const* const end = line.text.data() + line.text.size();
+      if (std::memchr(at, '\0', static_cast<std::size_t>(end - at)) != nullptr) {
+        walk.zero = true;
+        return 0;
+      }
       walk.in.pick(line);
       walk.stopped = !walk.take(line);
       walk.next = walk.locate.after(line);
@@ -63,11 +71,11 @@ void for_each_line_with(Input& in, bool numbered, char const* string, Take take)
   in.see_whole(Input::Zeros::kFoundBySearch);
   std::size_t const length = std::strlen(string);
   while (in.next_lines(lines, numbered)) {
-    Walk walk{in, LineLocator(lines, numbered), take, lines.text, false};
+    Walk walk{in, LineLocator(lines, numbered), take, lines.text, false, false};
     CFindAllStr all(lines.text, string, 0);
     all.FindAll(&Walk::visit, &walk, 0);
     if (walk.stopped) return;
-    char const* const last = all.GetLastFindPos();
+    char const* const last = walk.zero ? nullptr : all.GetLastFindPos();
     if (!in.searched_to(lines, last != nullptr ? last + length : nullptr)) return;
   }
 }

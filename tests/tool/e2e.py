@@ -208,6 +208,13 @@ class Corpus(unittest.TestCase):
                     run = zelstr(*command, path)
                     self.assertEqual(2, run.returncode, (command, at))
                     self.assertIn(b"binary data (a zero byte at offset %d)" % at, run.stderr)
+            # A zero byte after a match in its line: the line is not printed.
+            with open(path, "wb") as f:
+                f.write(b"x needle\0y\nneedle\n")
+            for command in (["find", "needle"], ["grep", "needle"]):
+                run = zelstr(*command, path)
+                self.assertEqual((2, b""), (run.returncode, run.stdout), command)
+                self.assertIn(b"binary data (a zero byte at offset 8)", run.stderr)
 
     def test_sqlcase_keeps_a_long_open_literal_and_maps_a_long_open_name(self):
         # Pieces of lines are mapped once they end in code; a part that stays
