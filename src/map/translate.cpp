@@ -6,16 +6,6 @@
 namespace zelstr::map {
 namespace {
 
-void translate_bytes(Byte const* table, Byte* p, Byte* to) {
-  for (; to - p >= 4; p += 4) {
-    p[0] = table[p[0]];
-    p[1] = table[p[1]];
-    p[2] = table[p[2]];
-    p[3] = table[p[3]];
-  }
-  for (; p < to; ++p) *p = table[*p];
-}
-
 // The byte shuffle has no form in the compiler's generic vectors that every
 // compiler takes, so the kernel is written for each instruction set that
 // has one; other processors, and SSE2 alone, use the plain loop.
@@ -55,8 +45,8 @@ void read_rows(Byte const* table, TableRows& rows) noexcept {
   }
 }
 
-Translator::Translator(Byte const* table) noexcept : Translator(frame::Isa::kPortable, table) {
-  m_kernel = chosen_kernel();
+Translator::Translator(Byte const* table) noexcept : m_table(table), m_kernel(chosen_kernel()) {
+  read_rows(table, m_rows);
 }
 
 Translator::Translator(frame::Isa isa, Byte const* table) noexcept

@@ -17,6 +17,12 @@ namespace zelstr::map {
 
 using Byte = unsigned char;
 
+// Every byte of [from, to) replaced by its image in `table`, one at a time:
+// short spans, and the bytes after a kernel's last whole vector.
+inline void translate_bytes(Byte const* table, Byte* from, Byte* to) noexcept {
+  for (Byte* p = from; p < to; ++p) *p = table[*p];
+}
+
 // The rows of a table as a kernel uses them: each changed row's images,
 // and which rows those are.
 struct TableRows {
@@ -51,7 +57,7 @@ class Translator {
       translate_long(from, to);
       return;
     }
-    for (Byte* p = from; p < to; ++p) *p = m_table[*p];
+    translate_bytes(m_table, from, to);
   }
 
   // Below this many bytes the plain loop is as fast as a kernel.
@@ -68,7 +74,7 @@ class Translator {
 // Every byte of [from, to) replaced by its image in `table` (256 bytes).
 inline void translate_span(Byte const* table, Byte* from, Byte* to) noexcept {
   if (to - from < Translator::kKernelFrom) {
-    for (Byte* p = from; p < to; ++p) *p = table[*p];
+    translate_bytes(table, from, to);
     return;
   }
   Translator const translate(table);
