@@ -117,6 +117,16 @@ Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) noexcept {
   return compile(split.pattern(), split.attached());
 }
 
+Tcl_RegExp_* Tcl_RegExpCompileNoCase(char const* pattern) noexcept {
+  clear_error();
+  if (pattern == nullptr) {
+    set_error(msg::kReNullPattern);
+    return nullptr;
+  }
+  SplitPattern const split(pattern);
+  return compile(split.pattern(), split.attached(), true);
+}
+
 Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp*, char const* pattern) noexcept {
   return Tcl_RegExpCompile(pattern);
 }

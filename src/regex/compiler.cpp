@@ -61,8 +61,8 @@ bool is_quantifier(char c) { return c == '*' || c == '+' || c == '?'; }
 
 class Compiler {
  public:
-  Compiler(char const* pattern, unsigned char* buffer, bool backslashes)
-      : m_parse(pattern), m_code(buffer), m_backslashes(backslashes) {
+  Compiler(char const* pattern, unsigned char* buffer, bool backslashes, bool fold_case)
+      : m_parse(pattern), m_code(buffer), m_backslashes(backslashes), m_fold_case(fold_case) {
     std::memset(m_names, 0, sizeof m_names);
   }
 
@@ -308,12 +308,18 @@ class Compiler {
       case '\\': {
         if (*m_parse == '\0') return fail(msg::kReTrailingBackslash);
         *flags |= kHasWidth | kSimple;
+        if (folds(*m_parse)) return letter_either_case();
         std::size_t const start = node(kExactly);
         emit(static_cast<unsigned char>(*m_parse++));
         emit(0);
         return start;
       }
       default:
+        if (folds(c)) {
+          *flags |= kHasWidth | kSimple;
+          --m_parse;
+          return letter_either_case();
+        }
         return literal_run(flags);
     }
   }
@@ -323,10 +329,30 @@ class Compiler {
   std::size_t literal_run(int* flags) {
     --m_parse;
     std::size_t length = std::strcspn(m_parse, "^$.[()|?+*\\");
+    if (m_fold_case) length = std::min(length, letterless_prefix(m_parse));
     if (length > 1 && is_quantifier(m_parse[length])) --length;
     *flags |= kHasWidth | (length == 1 ? kSimple : 0);
     std::size_t const start = node(kExactly);
     for (std::size_t i = 0; i < length; ++i) emit(static_cast<unsigned char>(*m_parse++));
+    emit(0);
+    return start;
+  }
+
+  // Ignoring case, a letter is the list of its two cases, and a run of
+  // plain characters stops before a letter; a bracket list takes each
+  // letter member's other case too (so that [^a] refuses 'A' as well).
+  bool folds(char c) const {
+    return m_fold_case && ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'));
+  }
+  static unsigned char other_case(unsigned char c) { return c ^ 0x20; }
+  static std::size_t letterless_prefix(char const* s) {
+    return std::strcspn(s, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ");
+  }
+  std::size_t letter_either_case() {
+    auto const c = static_cast<unsigned char>(*m_parse++);
+    std::size_t const start = node(kAnyOf);
+    emit(c);
+    emit(other_case(c));
     emit(0);
     return start;
   }
@@ -338,7 +364,12 @@ class Compiler {
     std::size_t const start = node(negated ? kAnyBut : kAnyOf);
     char const* error = nullptr;
     m_parse = parse_bracket_list(
-        m_parse, m_backslashes, [this](unsigned char b) { emit(b); }, &error);
+        m_parse, m_backslashes,
+        [this](unsigned char b) {
+          emit(b);
+          if (folds(static_cast<char>(b))) emit(other_case(b));
+        },
+        &error);
     if (error != nullptr) return fail(error);
     emit(0);
     return start;
@@ -347,6 +378,7 @@ class Compiler {
   char const* m_parse;
   unsigned char* m_code;
   bool m_backslashes;
+  bool m_fold_case;
   std::size_t m_size = 0;
   int m_groups = 0;
   unsigned char m_names[26];
@@ -367,14 +399,14 @@ bool guard_intact(unsigned char const* buffer) {
 
 }  // namespace
 
-Tcl_RegExp_* compile(char const* pattern, char const* attached) {
+Tcl_RegExp_* compile(char const* pattern, char const* attached, bool fold_case) {
   unsigned char* const buffer = work_buffer();
   if (buffer == nullptr) {
     set_out_of_space();
     return nullptr;
   }
   std::memset(buffer + kWorkBufferSize - kGuardSize, 0xFF, kGuardSize);
-  Compiler compiler(pattern, buffer, backslashes_in_intervals() != 0);
+  Compiler compiler(pattern, buffer, backslashes_in_intervals() != 0, fold_case);
   int flags;
   bool const parsed = compiler.run(&flags);
   if (!guard_intact(buffer)) {
