@@ -1,5 +1,5 @@
 // Differential fuzzing of the matchers: for any pattern (up to 128 bytes,
-// compiled with the backslash switch either way) and subjects up to 4 KB,
+// compiled with the backslash switch either way, ignoring case or not) and subjects up to 4 KB,
 // the automata, Pike's machine and the backtracking walk, which defines the
 // results, give the same answer and the same range for every group, from
 // any starting offset.  The walk is given a step limit, past which it gives
@@ -29,9 +29,11 @@ using zelstr::test::match_outcome;
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   FuzzedDataProvider in(data, size);
   bool const backslashes = in.ConsumeBool();
+  bool const fold_case = in.ConsumeBool();
   std::string const pattern = in.ConsumeRandomLengthString(128);
   Tcl_TemporarilyDefineWhetherBackslashesInIntervalsAreHandled const scope(backslashes);
-  Tcl_RegExp_* const re = Tcl_RegExpCompile(pattern.c_str());
+  Tcl_RegExp_* const re =
+      fold_case ? Tcl_RegExpCompileNoCase(pattern.c_str()) : Tcl_RegExpCompile(pattern.c_str());
   if (re == nullptr) return 0;
   zelstr::regex::set_walk_limit(100000);
   for (int i = 0; i < 3 && in.remaining_bytes() > 0; ++i) {

@@ -56,7 +56,7 @@ Command const* find_command(char const* name);
 // Options every subcommand takes.
 inline constexpr Option kCommonOptions[] = {
     {"-W", nullptr, "print the library's warnings on standard error"},
-    {"--help", nullptr, "print this help (also -h)"},
+    {"--help", nullptr, "print this help (also -h, where the command has no -h of its own)"},
 };
 
 // The tool's own options, before any command.

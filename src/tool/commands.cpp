@@ -36,12 +36,35 @@ namespace {
 
 constexpr char kLinesFound[] = "0: a line was found; 1: none was";
 
+// grep's everyday options of output, which find and grep share.
+#define ZELSTR_LINE_OUTPUT_OPTIONS                                                             \
+  {"-v", nullptr, "select the lines that do not match"},                                       \
+      {"-n", nullptr, "print each line's number first"},                                       \
+      {"-c", nullptr, "print only the number of selected lines of each file"},                 \
+      {"-l", nullptr, "print only the names of the files with a selected line"},               \
+      {"-L", nullptr, "print only the names of the files without a selected line"},            \
+      {"-q", nullptr, "print nothing; exit 0 at the first selected line (even after an error)"}, \
+      {"-s", nullptr, "say nothing of files that cannot be opened or read"},                   \
+      {"-H", nullptr, "begin each line with its file's name, even for one file"},              \
+      {"-h", nullptr, "never begin a line with its file's name"},                              \
+      {"--label", "LABEL", "the name printed for standard input"},                             \
+      {"-Z", nullptr, "end a file's name with a zero byte instead of ':' or a line feed"},     \
+      {"--null", nullptr, "the same as -Z"},                                                   \
+      {"-m", "NUM", "stop reading a file after NUM selected lines"},                           \
+      {"-A", "NUM", "print NUM lines of context after each selected line"},                    \
+      {"-B", "NUM", "print NUM lines of context before each selected line"},                   \
+      {"-C", "NUM", "print NUM lines of context before and after each selected line"}
+
 constexpr Option kFindOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--map", "DEFINITION", "compare through the character map DEFINITION, such as \"A-Z=a-z\""},
-    {"-n", nullptr, "print each line's number first"},
-    {"-c", nullptr, "print only the number of matching lines of each file"},
+    {"-w", nullptr, "whole words only: no letter, digit or _ (or member of --word-set) on either side"},
+    {"--word-set", "SETDEF", "with -w: the characters words are made of, a set such as [a-zA-Z0-9_@#$]"},
+    {"-x", nullptr, "whole lines only"},
+    {"-o", nullptr, "print every occurrence in each selected line, one a line, instead of the line"},
+    ZELSTR_LINE_OUTPUT_OPTIONS,
 };
+constexpr Conflict kFindConflicts[] = {{"-H", "-h"}, {"-l", "-L"}};
 constexpr Option kSpanOptions[] = {
     {"--complement", nullptr, "the initial run of bytes that are not members"},
 };
@@ -92,16 +115,18 @@ constexpr Option kMapOptions[] = {
     {"--dump", nullptr, "print the characters the map changes instead of translating"},
 };
 constexpr Option kGrepOptions[] = {
-    {"-F", nullptr, "PATTERN is a list of words, one a line, searched all at once as they are"},
-    {"-e", "WORD", "with -F: a word to search for (repeatable); PATTERN is then a file"},
-    {"-f", "FILE", "with -F: the words to search for, one a line (repeatable; - for standard "
-                   "input); PATTERN is then a file"},
-    {"-w", nullptr, "with -F: whole words only, no letter, digit or _ on either side"},
-    {"-i", nullptr, "with -F: ignore the case of ASCII letters"},
-    {"-o", nullptr, "print every match of each line, one a line, instead of the line"},
+    {"-F", nullptr, "the patterns are plain words, searched all at once as they are"},
+    {"-E", nullptr, "the patterns are regular expressions of the library's engine (the default)"},
+    {"-e", "PATTERN", "a pattern to search for (repeatable); every operand is then a file"},
+    {"-f", "FILE", "the patterns to search for, one a line (repeatable; - for standard "
+                   "input); every operand is then a file"},
+    {"-i", nullptr, "ignore the case of ASCII letters"},
+    {"-w", nullptr, "whole words only: no letter, digit or _ (or member of --word-set) on either side"},
+    {"--word-set", "SETDEF", "with -w: the characters words are made of, a set such as [a-zA-Z0-9_@#$]"},
+    {"-x", nullptr, "whole lines only"},
+    {"-o", nullptr, "print every match of each selected line, one a line, instead of the line"},
     {"-g", "N", "print what group N of the pattern matched in every match, one a line"},
-    {"-n", nullptr, "print each line's number first"},
-    {"-c", nullptr, "print only the number of matching lines of each file"},
+    ZELSTR_LINE_OUTPUT_OPTIONS,
     {"--code-only", nullptr,
      "match in SQL code only: comments and string literals read as blanks, quotes kept"},
     {"--tsql", nullptr, "with --code-only: T-SQL code (the default)"},
@@ -109,10 +134,12 @@ constexpr Option kGrepOptions[] = {
     {"--quoted-id", nullptr,
      "with --code-only: T-SQL text between double quotation marks is a name, not a literal"},
 };
+#undef ZELSTR_LINE_OUTPUT_OPTIONS
 // The dialects of code, for the commands that read SQL code.
 constexpr Conflict kCodeConflicts[] = {{"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}};
-constexpr Conflict kGrepConflicts[] = {
-    {"--tsql", "--oracle"}, {"--oracle", "--quoted-id"}, {"-F", "-g"}};
+constexpr Conflict kGrepConflicts[] = {{"--tsql", "--oracle"}, {"--oracle", "--quoted-id"},
+                                       {"-F", "-g"},         {"-F", "-E"},
+                                       {"-H", "-h"},         {"-l", "-L"}};
 constexpr Option kLikeOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
     {"--escape", "CHAR", "the escape character: the character after it stands for itself"},
@@ -190,16 +217,19 @@ constexpr Option kHideOptions[] = {
 
 constexpr Command kCommands[] = {
     {"find",
-     "[-i] [--map DEFINITION] [-n] [-c] PATTERN [FILE...]",
+     "[-i|--map DEFINITION] [-w [--word-set SETDEF]|-x] [-v] [-o] [-n] [-c|-l|-L|-q] [-m NUM] "
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] PATTERN [FILE...]",
      "print the lines that contain a string",
      "Prints each line of the files (or of standard input) that contains PATTERN,\n"
      "a plain string, compared byte by byte, without case with -i, or through a\n"
      "character map with --map.  With several files each line begins with its\n"
-     "file's name.\n",
+     "file's name.  The options of output are grep's, with the same meaning and\n"
+     "output (see zelstr grep --help).\n",
      kFindOptions,
      {"printf 'SELECT a\\nFROM dbo.T\\n' | zelstr find -i -n from", "2:FROM dbo.T\n"},
      kLinesFound,
-     run_find},
+     run_find,
+     kFindConflicts},
     {"span",
      "[--complement] SETDEF [FILE...]",
      "print the initial run of each line made of members of a set",
@@ -320,20 +350,28 @@ constexpr Command kCommands[] = {
      "0: text was translated; 1: the input was empty",
      run_map},
     {"grep",
-     "[-F [-e WORD]... [-f FILE]... [-w] [-i]] [-o] [-g N] [-n] [-c] "
-     "[--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]",
+     "[-F|-E] [-i] [-w [--word-set SETDEF]|-x] [-v] [-o|-g N] [-n] [-c|-l|-L|-q] [-m NUM] "
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] "
+     "[--code-only [--tsql|--oracle] [--quoted-id]] {PATTERN|-e PATTERN...|-f FILE...} [FILE...]",
      "print the lines that match a regular expression or hold a word",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
      "regular expression of the library's engine: alternation |, groups ( ), * + ?,\n"
      "bracket lists such as [[:alpha:]_].  With -o (or -g N), prints instead each\n"
      "match of the line in turn (or what group N matched in it); empty matches,\n"
      "and matches in which group N is empty or takes no part, print nothing.\n"
-     "With -F, PATTERN is a list of plain words, one a line (or the words come\n"
-     "from -e and -f, and every operand is a file), all searched at once, as\n"
-     "grep -F does: a line is printed when it holds one of them (an empty word is\n"
-     "in every line); -o prints each occurrence, the leftmost first, then the\n"
-     "longest at a place; -w keeps only whole words (no letter, digit or _ next\n"
-     "to them), -i ignores the case of ASCII letters.\n"
+     "PATTERN may hold several patterns, one a line, or they come from -e and -f\n"
+     "(every operand is then a file): a line matches when one of them does.\n"
+     "With -F, the patterns are plain words, all searched at once, as grep -F\n"
+     "does (an empty word is in every line); -o prints each occurrence, the\n"
+     "leftmost first, then the longest at a place.  -i ignores the case of ASCII\n"
+     "letters (the engine compiles each letter as both its cases); -w keeps only\n"
+     "matches with no word character on either side (letters, digits and _, or\n"
+     "the members of --word-set, such as [a-zA-Z0-9_@#$] for T-SQL names); -x\n"
+     "only matches of the whole line.\n"
+     "The options of output are GNU grep's, with its output byte for byte: -v,\n"
+     "-c, -l, -L, -q, -m, -H, -h, -Z, --label, and -A, -B, -C with \"--\" between\n"
+     "groups of lines that do not follow on.  Exit status 2 after an error, even\n"
+     "when a line was found, unless -q found one.\n"
      "With --code-only, each input is read whole and matched as hide shows it\n"
      "(comments and literals hidden; they may span lines), line by line, while\n"
      "the lines and matches printed are those of the input as written.\n",

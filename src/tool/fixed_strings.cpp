@@ -8,6 +8,7 @@
 
 #include "tool/input.h"
 #include "tool/out_of_memory.h"
+#include "zelstr/compare.h"
 
 namespace zelstr::tool {
 namespace {
@@ -30,25 +31,32 @@ void add_lines(std::string_view text, std::vector<std::string>& out) {
 
 }  // namespace
 
-bool FixedStrings::add_file(Invocation& inv, char const* name) {
+bool FixedStrings::add_file(Invocation& inv, char const* name, std::vector<std::string>& out) {
   Input in(inv, name);
   if (!in.ok()) return false;
   std::string text;
   for (std::string_view b; !(b = in.next_block()).empty();) text.append(b);
   if (!in.ok()) return false;
-  add_lines(text, m_words);
+  add_lines(text, out);
+  return true;
+}
+
+bool FixedStrings::gather(Invocation& inv, char const* pattern, std::vector<std::string>& out,
+                          bool& from_options) {
+  for (char const* word : inv.values("-e")) out.emplace_back(word);
+  for (char const* file : inv.values("-f")) {
+    if (!add_file(inv, file, out)) return false;
+  }
+  from_options = inv.flag("-e") || inv.flag("-f");
+  if (!from_options && pattern != nullptr) add_lines(pattern, out);
+  if (!from_options && pattern != nullptr && *pattern == '\0') out.emplace_back();
   return true;
 }
 
 bool FixedStrings::read(Invocation& inv, char const* pattern, bool insensitive, bool words,
-                        bool overlap) {
-  for (char const* word : inv.values("-e")) m_words.emplace_back(word);
-  for (char const* file : inv.values("-f")) {
-    if (!add_file(inv, file)) return false;
-  }
-  m_from_options = inv.flag("-e") || inv.flag("-f");
-  if (!m_from_options && pattern != nullptr) add_lines(pattern, m_words);
-  if (!m_from_options && pattern != nullptr && *pattern == '\0') m_words.emplace_back();
+                        bool overlap, char const* word_set) {
+  if (!gather(inv, pattern, m_words, m_from_options)) return false;
+  m_insensitive = insensitive;
   m_search.reset(new (std::nothrow) CFindManyStrHoary);
   bool added = m_search != nullptr;
   for (std::string const& w : m_words) {
@@ -59,7 +67,8 @@ bool FixedStrings::read(Invocation& inv, char const* pattern, bool insensitive, 
   }
   int const flags = (insensitive ? ZEAL_MANY_ICASE : 0) | (words ? ZEAL_MANY_WORDS : 0) |
                     (overlap ? ZEAL_MANY_OVERLAP : 0);
-  if (!added || m_search->Prepare(flags, nullptr, words ? kWordCharacters : nullptr) != 1) {
+  char const* const set = word_set != nullptr ? word_set : kWordCharacters;
+  if (!added || m_search->Prepare(flags, nullptr, words ? set : nullptr) != 1) {
     note_out_of_memory();
     inv.error("out of memory");
     return false;
@@ -71,6 +80,17 @@ bool FixedStrings::in(std::string_view line) const {
   if (m_has_empty) return true;
   int index = -1;
   return m_search->Find(line.data(), &index, static_cast<long>(line.size())) != nullptr;
+}
+
+bool FixedStrings::is_line(std::string_view line) const {
+  for (std::string const& w : m_words) {
+    if (w.size() == line.size() &&
+        (m_insensitive && !line.empty() ? _zstrnicmp(w.c_str(), line.data(), line.size()) == 0
+                                          : w == line)) {
+      return true;
+    }
+  }
+  return false;
 }
 
 char const* FixedStrings::find(char const* text, std::size_t length, char const* from) const {

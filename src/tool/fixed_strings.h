@@ -23,8 +23,16 @@ class FixedStrings {
   // whole words only (no letter, digit or underscore on either side) with
   // `words`; every occurrence (`overlap`) or each behind the last.  False,
   // reported, when a file of words cannot be read or memory runs out.
+  // `word_set` is the set definition of the characters words are made of
+  // (NULL: letters, digits and _).
   bool read(Invocation& inv, char const* pattern, bool insensitive, bool words,
-            bool overlap = false);
+            bool overlap = false, char const* word_set = nullptr);
+
+  // The words of -e and -f, or the lines of `pattern` (see read), appended
+  // to `out`; `from_options` tells which.  False, reported, when a file of
+  // words cannot be read.
+  static bool gather(Invocation& inv, char const* pattern, std::vector<std::string>& out,
+                     bool& from_options);
 
   // Whether the words were read from -e or -f (the operands are then all
   // files).
@@ -33,6 +41,9 @@ class FixedStrings {
 
   // Whether the line holds a word; an empty word is in every line.
   bool in(std::string_view line) const;
+
+  // Whether the line is one of the words (-x).
+  bool is_line(std::string_view line) const;
 
   // The first occurrence in the `length` bytes of `text` at or after
   // `from`, or NULL; with an empty word, `from` itself.
@@ -56,13 +67,14 @@ class FixedStrings {
   }
 
  private:
-  bool add_file(Invocation& inv, char const* name);
+  static bool add_file(Invocation& inv, char const* name, std::vector<std::string>& out);
 
   std::vector<std::string> m_words;
   std::vector<std::size_t> m_lengths;
   std::unique_ptr<CFindManyStrHoary> m_search;
   bool m_from_options = false;
   bool m_has_empty = false;
+  bool m_insensitive = false;
   bool m_spans_lines = false;
 };
 

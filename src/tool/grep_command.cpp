@@ -1,60 +1,116 @@
 // grep_command.cpp - the grep subcommand: the lines that match a regular
-// expression of the library's engine, or with -F that hold one of a list of
-// words (searched all at once), read a line at a time; or, with
-// --code-only, matched in the input's code, read whole with its comments and
-// literals hidden.
+// expression of the library's engine (or one of several), or with -F that
+// hold one of a list of words (searched all at once).  Lines are found a
+// stretch at a time where only the matching ones are printed, else read
+// one at a time; with --code-only, matched in the input's code, read whole
+// with its comments and literals hidden.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tool/fixed_strings.h"
 #include "tool/input.h"
-#include "tool/line_search.h"
+#include "tool/line_selection.h"
 #include "tool/sql_code.h"
 #include "tool/text_tools.h"
 #include "zelstr/codehide.h"
 #include "zelstr/regex.h"
+#include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
 namespace {
 
-// The group of -g: a whole number the expression has.
-bool parse_group(Invocation& inv, Tcl_RegExp_* re, int& group) {
+// The expression grep matches and where in it the patterns' match lies.
+struct Combined {
+  std::string pattern;
+  int base = 0;  // the group of the patterns' whole match (0: the match)
+};
+
+// A bracket list of the bytes that are not in the set `setdef` (the
+// characters of words): ']' first, '[' and '-' last, where they are
+// literal and begin no class or range.
+std::string non_word_list(char const* setdef) {
+  std::string members, tail;
+  bool close = false;
+  for (int c = 1; c < 256; ++c) {
+    char const one[] = {static_cast<char>(c), '\0'};
+    if (_zstrspnex(one, setdef) != 1) continue;
+    if (c == ']') {
+      close = true;
+    } else if (c == '[' || c == '-') {
+      tail.insert(c == '[' ? tail.begin() : tail.end(), static_cast<char>(c));
+    } else {
+      members += static_cast<char>(c);
+    }
+  }
+  return "[^" + std::string(close ? "]" : "") + members + tail + "]";
+}
+
+// The patterns as alternatives (each a group when there are several);
+// with -x the whole line, with -w a match with no word character on
+// either side (the character there, if any, is part of the whole match).
+Combined combine(Invocation& inv, std::vector<std::string> const& patterns, char const* word_set) {
+  Combined c;
+  if (patterns.size() == 1) {
+    c.pattern = patterns[0];
+  } else {
+    for (std::string const& p : patterns) c.pattern += (c.pattern.empty() ? "(" : "|(") + p + ")";
+  }
+  if (inv.flag("-x")) {
+    c.pattern = "^(" + c.pattern + ")$";
+    c.base = 1;
+  } else if (inv.flag("-w")) {
+    std::string const apart = non_word_list(word_set);
+    c.pattern = "(^|" + apart + ")(" + c.pattern + ")(" + apart + "|$)";
+    c.base = 2;
+  }
+  return c;
+}
+
+// The group -g prints, counted in the combined expression.
+bool parse_group(Invocation& inv, Tcl_RegExp_* re, Combined const& c, std::size_t patterns,
+                 int& group) {
+  group = c.base;
   char const* const text = inv.value("-g");
   if (text == nullptr) return true;
+  if (patterns != 1) {
+    inv.usage_error("option '-g' takes one pattern");
+    return false;
+  }
   char* end = nullptr;
   long const n = std::strtol(text, &end, 10);
-  if (*text == '\0' || *end != '\0' || n < 0 || n > Tcl_GetGroupsCount(re)) {
+  if (*text == '\0' || *end != '\0' || n < 0 || c.base + n > Tcl_GetGroupsCount(re) ||
+      (n > 0 && c.base == 2 && c.base + n > Tcl_GetGroupsCount(re) - 1)) {
     inv.usage_error("the pattern has no group '%s'", text);
     return false;
   }
-  group = static_cast<int>(n);
+  if (n > 0) group = c.base + static_cast<int>(n);
   return true;
 }
 
-// Prints every match of `line` in turn (or what group `group` matched in
-// each), skipping empty ones; a search begins where the last match ended,
-// one byte further after an empty match.  What is printed is taken from
-// `written`, the line as the input has it, at the offsets of the match.
-// False when the engine failed.
+// Prints every match of `line` in turn (what group `group` matched in
+// each), skipping empty ones; a search begins where the patterns' last
+// match (group `base`) ended, one byte further after an empty match.  What
+// is printed is taken from `written`, the line as the input has it, at the
+// offsets of the match.  False when the engine failed.
 bool print_matches(Input const& in, char* line, std::size_t length, char const* written,
-                   Tcl_RegExp_* re, int group, LinePrinter& printer) {
+                   Tcl_RegExp_* re, int base, int group, LinePrinter& printer) {
   char const* const line_end = line + length;
   for (char const* from = line;;) {
     int const r = Tcl_RegExpExec(nullptr, re, from, line);
     if (r != 1) return r == 0;
     char const *start = nullptr, *end = nullptr;
-    Tcl_RegExpRange(re, 0, &start, &end);
-    printer.count_line(in);
+    Tcl_RegExpRange(re, base, &start, &end);
     if (end == start) {
       if (end >= line_end) return true;
       from = end + 1;
     } else {
       from = end;
     }
-    if (group != 0) Tcl_RegExpRange(re, group, &start, &end);
+    if (group != base) Tcl_RegExpRange(re, group, &start, &end);
     if (start != nullptr && end != start) {
       printer.print_part(in, {written + (start - line), static_cast<std::size_t>(end - start)});
     }
@@ -62,15 +118,16 @@ bool print_matches(Input const& in, char* line, std::size_t length, char const* 
 }
 
 // Prints every occurrence of a word in `line`, as grep -F -o does: leftmost
-// first, the longest at a place, each behind the last.
+// first, the longest at a place, each behind the last; with -x, the line.
 void print_words(Input const& in, std::string_view line, char const* written,
-                 FixedStrings const& words, LinePrinter& printer) {
-  bool any = false;
+                 FixedStrings const& words, bool whole_line, LinePrinter& printer) {
+  if (whole_line) {
+    if (!line.empty() && words.is_line(line)) printer.print_part(in, {written, line.size()});
+    return;
+  }
   words.each(line, [&](std::size_t offset, std::size_t length, int) {
-    any = true;
     printer.print_part(in, {written + offset, length});
   });
-  if (!any && words.in(line)) printer.count_line(in);  // an empty word: no part to print
 }
 
 // A pattern with no character the syntax gives a meaning to, nor a line
@@ -81,103 +138,138 @@ bool is_plain_string(char const* pattern) {
   return *pattern != '\0' && pattern[std::strcspn(pattern, "^$.[]()|*+?{}\\\r\n")] == '\0';
 }
 
-// grep -F: the words of -e and -f, or of PATTERN; -i, -w.
+// The inputs as the code reads them: the hidden copy of each to match, the
+// text as written to print from.
+struct Code {
+  CodeReading reading;
+  bool only = false;
+  std::string text, hidden;
+
+  // Reads `in` whole and goes over its hidden copy; false on an error.
+  bool reread(Invocation& inv, Input& in) {
+    if (!read_code(inv, in, reading, false, text, hidden)) return false;
+    in.reread(std::move(hidden));
+    return true;
+  }
+};
+
+bool read_code_options(Invocation& inv, Code& code) {
+  if (!read_dialect(inv, code.reading, "--code-only")) return false;
+  code.reading.flags = ZEAL_HIDE_DEFAULT;
+  code.only = inv.flag("--code-only");
+  return true;
+}
+
+// grep -F: the words of -e and -f, or of PATTERN; -i, -w, -x.
 int run_fixed_grep(Invocation& inv) {
   FixedStrings words;
   char const* const pattern = inv.operands().empty() ? nullptr : inv.operands()[0];
+  bool const whole_line = inv.flag("-x");
   if (!words.read(inv, inv.flag("-e") || inv.flag("-f") ? nullptr : pattern, inv.flag("-i"),
-                  inv.flag("-w"))) {
+                  inv.flag("-w") && !whole_line, false, inv.value("--word-set"))) {
     return kError;
   }
   if (!words.from_options() && pattern == nullptr) return inv.usage_error("no pattern");
   auto const names = inv.operands().subspan(words.from_options() ? 0 : 1);
-  CodeReading reading;
-  if (!read_dialect(inv, reading, "--code-only")) return kError;
-  reading.flags = ZEAL_HIDE_DEFAULT;
-  bool const code_only = inv.flag("--code-only");
+  Code code;
+  if (!read_code_options(inv, code)) return kError;
   LinePrinter printer(inv, names);
-  std::string text, hidden;
-  bool const parts = inv.flag("-o");
+  if (!inv.parsed()) return kError;
+  printer.print_context_parts_by([&](Input const& in, char* line, std::size_t length) {
+    print_words(in, {line, length}, line, words, whole_line, printer);
+  });
   for_each_input(inv, names, [&](Input& in) {
-    // A stretch of lines at a time, unless the code must be read whole or a
-    // word holds a line end (a line never does).
-    if (!code_only && !words.spans_lines()) {
+    auto parts = [&](PickedLine const& line) {
+      print_words(in, line.text, line.text.data(), words, whole_line, printer);
+      return true;
+    };
+    // A stretch of lines at a time, unless every line must be seen, the
+    // code must be read whole or a word holds a line end (a line never
+    // does).
+    if (!printer.wants_every_line() && !code.only && !whole_line && !words.spans_lines()) {
+      bool ok = true;
       for_each_hit_line(
           in, inv.flag("-n"),
           [&](Lines const& lines, char const* from) {
             return words.find(lines.text, lines.length, from);
           },
-          [&](PickedLine const& line) {
-            if (parts) {
-              print_words(in, line.text, line.text.data(), words, printer);
-            } else {
-              printer.print_line(in, line.text);
-            }
-            return true;
-          });
+          hit_line_taker(in, printer, ok, parts));
       printer.end_of(in);
       return;
     }
-    if (code_only) {
-      if (!read_code(inv, in, reading, false, text, hidden)) {
-        printer.end_of(in);
-        return;
-      }
-      in.reread(std::move(hidden));
+    if (code.only && !code.reread(inv, in)) {
+      printer.end_of(in);
+      return;
     }
-    char* line;
-    std::size_t length;
-    while (in.next_line(line, length)) {
-      char const* const written = code_only ? text.data() + in.line_offset() : line;
-      std::string_view const view(line, length);
-      if (parts) {
-        print_words(in, view, written, words, printer);
-      } else if (words.in(view)) {
-        printer.print_line(in, {written, length});
-      }
-    }
+    select_each_line(
+        in, printer, code.only ? code.text.data() : nullptr,
+        [&](char const* line, std::size_t length) {
+          std::string_view const view(line, length);
+          return whole_line ? words.is_line(view) : words.in(view);
+        },
+        [&](char const* line, std::size_t length, char const* written) {
+          print_words(in, {line, length}, written, words, whole_line, printer);
+          return true;
+        });
     printer.end_of(in);
   });
   return inv.exit_status();
 }
 
+// The failure of a match, reported with where it happened.
+void report_failure(Invocation& inv, Input const& in) {
+  inv.error("%s:%llu: the match failed: %s", in.name(),
+            static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
+}
+
 }  // namespace
 
-// grep [-F [-e WORD]... [-f FILE]... [-w] [-i]] [-o] [-g N] [-n] [-c]
-// [--code-only [--tsql|--oracle] [--quoted-id]] PATTERN [FILE...]
+// grep [-F] [-i] [-w|-x] [-v] [-o|-g N] [-n] [-c|-l|-L|-q] ... PATTERN [FILE...]
 int run_grep(Invocation& inv) {
   if (inv.flag("-F")) return run_fixed_grep(inv);
-  for (char const* fixed_only : {"-e", "-f", "-w", "-i"}) {
-    if (inv.flag(fixed_only)) return inv.usage_error("option '%s' needs -F", fixed_only);
-  }
-  if (inv.operands().empty()) return inv.usage_error("no pattern");
-  Expression const re(inv.operands()[0]);
+  std::vector<std::string> patterns;
+  bool from_options = false;
+  char const* const operand = inv.operands().empty() ? nullptr : inv.operands()[0];
+  if (!FixedStrings::gather(inv, operand, patterns, from_options)) return kError;
+  if (patterns.empty() && !from_options) return inv.usage_error("no pattern");
+  bool const none = patterns.empty();  // -f of empty files: no line matches
+  if (none) patterns.emplace_back("x");
+  char const* const word_set = inv.value("--word-set");
+  if (word_set != nullptr && !check_set_definition(inv, word_set)) return kError;
+  Combined const combined = combine(inv, patterns, word_set != nullptr ? word_set : "[A-Za-z0-9_]");
+  Expression const re(combined.pattern.c_str(), inv.flag("-i"));
   if (re.get() == nullptr) {
-    inv.error("bad pattern '%s': %s", inv.operands()[0], Tcl_GetRegError());
+    inv.error("bad pattern '%s': %s", from_options ? combined.pattern.c_str() : operand,
+              Tcl_GetRegError());
     return kError;
   }
   int group = 0;
-  if (!parse_group(inv, re.get(), group)) return kError;
-  CodeReading reading;
-  if (!read_dialect(inv, reading, "--code-only")) return kError;
-  reading.flags = ZEAL_HIDE_DEFAULT;
-  bool const code_only = inv.flag("--code-only");
-  bool const parts = inv.flag("-o") || inv.value("-g") != nullptr;
-  LinePrinter printer(inv, inv.operands().subspan(1));
-  std::string text, hidden;
-  for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
-    // A stretch of lines at a time: the engine finds the lines that match
-    // in one pass; their matches are then found in each alone.
-    if (!code_only && !parts && is_plain_string(inv.operands()[0])) {
-      for_each_line_with(in, inv.flag("-n"), inv.operands()[0], [&](PickedLine const& line) {
-        printer.print_line(in, line.text);
-        return true;
+  if (!parse_group(inv, re.get(), combined, patterns.size(), group)) return kError;
+  Code code;
+  if (!read_code_options(inv, code)) return kError;
+  auto const names = inv.operands().subspan(from_options ? 0 : 1);
+  LinePrinter printer(inv, names);
+  if (!inv.parsed()) return kError;
+  if (none && !printer.inverted()) printer.selects_nothing();
+  printer.print_context_parts_by([&](Input const& in, char* line, std::size_t length) {
+    if (!none) print_matches(in, line, length, line, re.get(), combined.base, group, printer);
+  });
+  bool const plain = patterns.size() == 1 && combined.base == 0 && !inv.flag("-i") &&
+                     is_plain_string(patterns[0].c_str());
+  for_each_input(inv, names, [&](Input& in) {
+    bool ok = true;
+    auto parts = [&](PickedLine const& picked) {
+      return with_line_alone(picked, [&](char* line, std::size_t length) {
+        return print_matches(in, line, length, line, re.get(), combined.base, group, printer);
       });
-      printer.end_of(in);
-      return;
-    }
-    if (!code_only) {
-      bool ok = true;
+    };
+    if (!printer.wants_every_line() && !code.only && !none && plain && !inv.flag("-o")) {
+      // One string: every occurrence of a stretch found in one pass.
+      for_each_line_with(in, inv.flag("-n"), patterns[0].c_str(),
+                         hit_line_taker(in, printer, ok, parts));
+    } else if (!printer.wants_every_line() && !code.only && !none) {
+      // A stretch of lines at a time: the engine finds the lines that
+      // match in one pass; their matches are then found in each alone.
       for_each_hit_line(
           in, inv.flag("-n"),
           [&](Lines const&, char const* from) {
@@ -185,54 +277,19 @@ int run_grep(Invocation& inv) {
             ok = line != nullptr || Tcl_GetRegError() == nullptr;
             return line;
           },
-          [&](PickedLine const& line) {
-            if (!parts) {
-              printer.print_line(in, line.text);
-              return true;
-            }
-            // The line alone: its end covered by a terminator meanwhile.
-            auto* const end = const_cast<char*>(line.text.data() + line.text.size());
-            char const kept = *end;
-            *end = '\0';
-            auto* const start = const_cast<char*>(line.text.data());
-            ok = print_matches(in, start, line.text.size(), start, re.get(), group, printer);
-            *end = kept;
-            return ok;
+          hit_line_taker(in, printer, ok, parts));
+    } else if (!code.only || code.reread(inv, in)) {
+      // Line by line; with --code-only the lines are matched in the hidden
+      // copy of the whole input, and printed from the input as written.
+      ok = select_each_line(
+          in, printer, code.only ? code.text.data() : nullptr,
+          [&](char* line, std::size_t) { return none ? 0 : Tcl_RegExpMatch(line, re.get()); },
+          [&](char* line, std::size_t length, char const* written) {
+            return print_matches(in, line, length, written, re.get(), combined.base, group,
+                                 printer);
           });
-      if (!ok) {
-        inv.error("%s:%llu: the match failed: %s", in.name(),
-                  static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
-      }
-      printer.end_of(in);
-      return;
     }
-    // Code only: the lines are matched in the hidden copy of the whole
-    // input, and printed from the input as written, at the same offsets.
-    if (code_only) {
-      if (!read_code(inv, in, reading, false, text, hidden)) {
-        printer.end_of(in);
-        return;
-      }
-      in.reread(std::move(hidden));
-    }
-    char* line;
-    std::size_t length;
-    while (in.next_line(line, length)) {
-      char const* const written = code_only ? text.data() + in.line_offset() : line;
-      bool ok = true;
-      if (parts) {
-        ok = print_matches(in, line, length, written, re.get(), group, printer);
-      } else if (int const r = Tcl_RegExpMatch(line, re.get()); r == 1) {
-        printer.print_line(in, {written, length});
-      } else {
-        ok = r == 0;
-      }
-      if (!ok) {
-        inv.error("%s:%llu: the match failed: %s", in.name(),
-                  static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
-        break;
-      }
-    }
+    if (!ok) report_failure(inv, in);
     printer.end_of(in);
   });
   return inv.exit_status();

@@ -36,7 +36,7 @@ Input::Input(Invocation& invocation, char const* name)
   m_file = std::fopen(name, "rb");
   if (m_file == nullptr) {
     if (errno == ENOMEM) note_out_of_memory();
-    m_invocation.error("cannot open '%s': %s", name, std::strerror(errno));
+    m_invocation.file_error("cannot open '%s': %s", name, std::strerror(errno));
   }
 }
 
@@ -61,7 +61,7 @@ bool Input::fill() {
   std::size_t const n = std::fread(m_bytes.data() + m_end, 1, kRead, m_file);
   if (n == 0) {
     if (std::ferror(m_file)) {
-      m_invocation.error("%s: read error: %s", m_name, std::strerror(errno));
+      m_invocation.file_error("%s: read error: %s", m_name, std::strerror(errno));
       m_failed = true;
     }
     m_ended = true;

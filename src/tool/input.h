@@ -67,6 +67,7 @@ class Input {
 
   bool ok() const { return m_file != nullptr && !m_failed; }
   char const* name() const { return m_name; }
+  bool is_standard_input() const { return m_file == stdin; }
 
   // The next block of at most kRead bytes (what one read gave); empty at
   // the end or on an error (reported).
@@ -212,6 +213,7 @@ void for_each_input(Invocation& invocation, std::span<char const* const> names, 
     return;
   }
   for (char const* name : names) {
+    if (invocation.enough()) return;
     Input in(invocation, name);
     if (in.ok()) each(in);
   }

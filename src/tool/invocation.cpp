@@ -100,7 +100,8 @@ Invocation::Invocation(Command const& command, std::span<char* const> args) : m_
   CLI::App app;
   app.allow_extras();
   app.set_help_flag();
-  CLI::Option* const help = app.add_flag("-h,--help");
+  // A command of grep's options has its own -h (no file names).
+  CLI::Option* const help = app.add_flag(find_option(command, "-h") != nullptr ? "--help" : "-h,--help");
   CLI::Option* const warnings = app.add_flag("-W");
   std::vector<CLI::Option*> declared;
   for (Option const& o : command.options) {
@@ -195,6 +196,15 @@ void Invocation::error(char const* format, ...) {
   print(format, args);
   va_end(args);
   m_error = true;
+}
+
+void Invocation::file_error(char const* format, ...) {
+  m_error = true;
+  if (flag("-s")) return;
+  va_list args;
+  va_start(args, format);
+  print(format, args);
+  va_end(args);
 }
 
 void Invocation::notice(char const* format, ...) {

@@ -53,8 +53,18 @@ class Invocation {
   std::string const& first_warning() const;
   void clear_warning();
 
+  // A file that cannot be opened or read: an error, whose message -s
+  // keeps quiet when the command declares it.
+  void file_error(char const* format, ...) __attribute__((format(printf, 2, 3)));
+
   void found() { m_found = true; }
-  int exit_status() const { return m_error ? kError : m_found ? kFound : kNothingFound; }
+  // Found, and nothing more is wanted (-q): no further input is read, and
+  // the exit status is 0 even after an error.
+  void found_enough() { m_found = m_enough = true; }
+  bool enough() const { return m_enough; }
+  int exit_status() const {
+    return m_enough ? kFound : m_error ? kError : m_found ? kFound : kNothingFound;
+  }
   Command const& command() const { return m_command; }
 
  private:
@@ -69,7 +79,7 @@ class Invocation {
   std::vector<std::pair<char const*, char const*>> m_values;
   std::vector<char const*> m_operands;
   bool m_parsed = true, m_help = false, m_warnings = false;
-  bool m_found = false, m_error = false;
+  bool m_found = false, m_error = false, m_enough = false;
 };
 
 }  // namespace zelstr::tool

@@ -1,4 +1,4 @@
-// text_commands.cpp - the subcommands on plain text: find, replace, trim,
+// text_commands.cpp - the subcommands on plain text: replace, trim,
 // quote and unquote (a stretch of lines at a time), span (a line at a
 // time); and cmp on two arguments.
 #include <cerrno>
@@ -14,74 +14,6 @@
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
-
-namespace {
-
-// Whether a byte of `pattern` may stand for a line end (through `map`, or
-// as it is): such a pattern is matched line by line, where no line holds
-// its end.
-bool may_match_line_end(char const* pattern, void const* map) {
-  auto const* const t = static_cast<unsigned char const*>(map);
-  auto const image = [t](char c) {
-    auto const b = static_cast<unsigned char>(c);
-    return t != nullptr ? t[b] : b;
-  };
-  for (char const* p = pattern; *p != '\0'; ++p) {
-    if (image(*p) == image('\n') || image(*p) == image('\r')) return true;
-  }
-  return false;
-}
-
-}  // namespace
-
-// find [-i] [-n] [-c] [--map DEFINITION] PATTERN [FILE...]: a stretch of
-// lines at a time, the pattern searched by CFindAllStr's walk, or (ignoring
-// ASCII case, or through the map) as the one string of a CFindManyStrHoary;
-// line by line for an empty pattern (in every line) or one that may match a
-// line end.
-int run_find(Invocation& inv) {
-  if (inv.operands().empty()) return inv.usage_error("no pattern");
-  char const* const pattern = inv.operands()[0];
-  DefinedMap const map(inv, inv.value("--map"));
-  if (map.bad()) return kError;
-  bool const insensitive = inv.flag("-i");
-  LinePrinter printer(inv, inv.operands().subspan(1));
-  char const* const strings[] = {pattern, nullptr};
-  CFindManyStrHoary search(strings, insensitive ? ZEAL_MANY_ICASE : 0, map.get());
-  bool const by_lines = *pattern == '\0' || may_match_line_end(pattern, map.get());
-  for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
-    auto const print = [&](PickedLine const& line) {
-      printer.print_line(in, line.text);
-      return true;
-    };
-    if (!by_lines && !insensitive && !map.given()) {
-      for_each_line_with(in, inv.flag("-n"), pattern, print);
-      printer.end_of(in);
-      return;
-    }
-    if (!by_lines) {
-      for_each_hit_line(
-          in, inv.flag("-n"),
-          [&](Lines const& lines, char const* from) {
-            int index;
-            return search.Find(lines.text, &index, static_cast<long>(lines.length), from);
-          },
-          print);
-      printer.end_of(in);
-      return;
-    }
-    char* line;
-    std::size_t length;
-    while (in.next_line(line, length)) {
-      char const* const at = map.given()   ? _zmapstrstr(map.get(), line, pattern)
-                             : insensitive ? _zstristr(line, pattern)
-                                           : _zstrstr(line, pattern);
-      if (at != nullptr) printer.print_line(in, {line, length});
-    }
-    printer.end_of(in);
-  });
-  return inv.exit_status();
-}
 
 // span [--complement] SETDEF [FILE...]: each line's initial run of members
 // (of non-members), as LENGTH<tab>RUN.

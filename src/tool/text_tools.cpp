@@ -35,10 +35,23 @@ DefinedMap::~DefinedMap() {
   if (m_map != nullptr) _zmapfree(m_map);
 }
 
-Expression::Expression(char const* pattern) : m_re(Tcl_RegExpCompile(pattern)) {}
+Expression::Expression(char const* pattern, bool fold_case)
+    : m_re(fold_case ? Tcl_RegExpCompileNoCase(pattern) : Tcl_RegExpCompile(pattern)) {}
 
 Expression::~Expression() {
   if (m_re != nullptr) Tcl_DeleteInterp(m_re);
+}
+
+bool may_match_line_end(char const* pattern, void const* map) {
+  auto const* const t = static_cast<unsigned char const*>(map);
+  auto const image = [t](char c) {
+    auto const b = static_cast<unsigned char>(c);
+    return t != nullptr ? t[b] : b;
+  };
+  for (char const* p = pattern; *p != '\0'; ++p) {
+    if (image(*p) == image('\n') || image(*p) == image('\r')) return true;
+  }
+  return false;
 }
 
 bool check_set_definition(Invocation& inv, char const* setdef) {
@@ -50,49 +63,6 @@ bool check_set_definition(Invocation& inv, char const* setdef) {
       "[members], such as [a-zA-Z_0-9])",
       setdef);
   return false;
-}
-
-LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
-    : m_inv(inv),
-      m_with_names(names.size() > 1),
-      m_numbers(inv.flag("-n")),
-      m_count_only(inv.flag("-c")) {}
-
-// A line is known by its offset in the input (plus one: 0 is no line).
-void LinePrinter::count_line(Input const& in) {
-  if (m_counted_line == in.line_offset() + 1) return;
-  m_counted_line = in.line_offset() + 1;
-  m_inv.found();
-  ++m_count;
-}
-
-// Counts the current line (once, however many parts it prints) and prints
-// the prefixes; true when something is to be printed.
-bool LinePrinter::prefix(Input const& in) {
-  count_line(in);
-  if (m_count_only) return false;
-  if (m_with_names) std::printf("%s:", in.name());
-  if (m_numbers) std::printf("%llu:", static_cast<unsigned long long>(in.line_number()));
-  return true;
-}
-
-void LinePrinter::print_line(Input const& in, std::string_view line) {
-  if (prefix(in)) write_picked_line(in, line);
-}
-
-void LinePrinter::print_part(Input const& in, std::string_view part) {
-  if (!prefix(in)) return;
-  write_out(part);
-  write_out("\n");
-}
-
-void LinePrinter::end_of(Input const& in) {
-  if (m_count_only) {
-    if (m_with_names) std::printf("%s:", in.name());
-    std::printf("%llu\n", static_cast<unsigned long long>(m_count));
-  }
-  m_count = 0;
-  m_counted_line = 0;
 }
 
 char const* Replacer::operator()(char const* line, std::size_t length, std::string& buffer) const {

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "tool/input.h"
+#include "tool/line_printer.h"
 #include "tool/invocation.h"
 #include "zelstr/regex.h"
 
@@ -43,7 +44,8 @@ class DefinedMap {
 // why).
 class Expression {
  public:
-  explicit Expression(char const* pattern);
+  // `fold_case`: ignoring the case of ASCII letters.
+  explicit Expression(char const* pattern, bool fold_case = false);
   ~Expression();
   Expression(Expression const&) = delete;
   Expression& operator=(Expression const&) = delete;
@@ -53,31 +55,14 @@ class Expression {
   Tcl_RegExp_* m_re;
 };
 
+// Whether a byte of `pattern` may stand for a line end (through `map`, a
+// table of 256 bytes, or as it is): such a pattern is matched line by line,
+// where no line holds its end.
+bool may_match_line_end(char const* pattern, void const* map);
+
 // A set definition given to an option or as an operand, checked before any
 // input is read: false, with the library's reason, when it is refused.
 bool check_set_definition(Invocation& inv, char const* setdef);
-
-// Prints matching lines as grep does: "FILE:" first when there are several
-// files, "LINE:" with -n, only a count of matching lines per file with -c.
-// A line is printed with its own end, a part of a line (a match) with a
-// line feed.
-class LinePrinter {
- public:
-  LinePrinter(Invocation& inv, std::span<char const* const> names);
-  void print_line(Input const& in, std::string_view line);
-  void print_part(Input const& in, std::string_view part);
-  // Counts the line as matching without printing anything (a line whose
-  // matches were all empty still counts for -c and the exit status).
-  void count_line(Input const& in);
-  void end_of(Input const& in);
-
- private:
-  bool prefix(Input const& in);
-
-  Invocation& m_inv;
-  bool m_with_names, m_numbers, m_count_only;
-  std::uint64_t m_count = 0, m_counted_line = 0;
-};
 
 // One of the replacement calls on a line: every occurrence (-i, or only
 // those no member of a set touches), the first or the last.

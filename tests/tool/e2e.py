@@ -88,8 +88,10 @@ class Installed(unittest.TestCase):
         probe = ('source "%s"; COMP_WORDS=(zelstr sq); COMP_CWORD=1; _zelstr; echo "${COMPREPLY[*]}";'
                  'COMP_WORDS=(zelstr grep -); COMP_CWORD=2; _zelstr; echo "${COMPREPLY[*]}"') % script
         out = subprocess.run(["bash", "-c", probe], capture_output=True).stdout.decode().splitlines()
-        self.assertEqual(["sqlcase", "-F -e -f -w -i -o -g -n -c --code-only --tsql --oracle --quoted-id -W --help"],
-                         out)
+        listed = re.findall(r"^  (-[-\w]+)", zelstr("grep", "--help").stdout.decode().split("options:\n")[1],
+                            re.M)
+        self.assertIn("--word-set", listed)
+        self.assertEqual(["sqlcase", " ".join(listed)], out)
         self.assertIn("no command matches, counts,", man)  # the line-end rule
 
 
@@ -624,7 +626,16 @@ class CommandLines(unittest.TestCase):
         self.refused(["find", "--map", "", "x"], r"map definition '' translates no character")
         self.refused(["grep", "-g"], r"^zelstr grep: option '-g' needs a value \(N\)")
         self.refused(["replace", "--first=yes", "a", "b"], r"option '--first' takes no value")
-        self.refused(["find", "-iq", "x"], r"unknown option '-q'")
+        self.refused(["find", "-iy", "x"], r"unknown option '-y'")
+        for command in ("find", "grep"):
+            self.refused([command, "-m", "x", "a"], r"^zelstr %s: option '-m' needs a whole number, not 'x'" % command)
+            self.refused([command, "-C1x", "a"], r"option '-C' needs a whole number, not '1x'")
+            self.refused([command, "-A", "-1", "a"], r"option '-A' needs a whole number, not '-1'")
+            self.refused([command, "-Hh", "a"], r"options '-H' and '-h' cannot be used together")
+            self.refused([command, "-w", "--word-set", "[a-", "a"], r"bad set definition '\[a-'")
+        self.refused(["grep", "-g1", "-e", "(a)", "-e", "b"], r"^zelstr grep: option '-g' takes one pattern")
+        self.refused(["grep", "-x", "-g2", "(a)"], r"^zelstr grep: the pattern has no group '2'")
+        self.refused(["grep", "-w", "-g2", "(a)"], r"^zelstr grep: the pattern has no group '2'")
         for value, message in (("", "one character, not ''"), ("ab", "one character, not 'ab'"),
                                ("\n", "a character that ends no line"), ("\r", "a character that ends no line")):
             self.refused(["hide", "--fill", value], r"^zelstr hide: --fill takes %s" % message)

@@ -1,0 +1,116 @@
+#!/usr/bin/env python3
+"""grep's everyday options of zelstr grep and zelstr find, against GNU grep.
+
+GNU grep (C locale, -E for zelstr grep, -F for zelstr find) is the oracle:
+seeded random combinations of the options of output (-v -c -l -L -q -m -H
+-h -Z --label -A -B -C -n -o) and of matching (-i -w -x -e -f) run on
+scripts of the corpus, alone, several at once and on standard input, and
+must print the same bytes with the same exit status.  The patterns are of
+the syntax both engines read the same way, and their matches are the same
+under leftmost-first and leftmost-longest rules (so that -o agrees).
+
+usage: grep_options.py TOOL CORPUS_DIR
+"""
+import os
+import random
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TOOL, CORPUS = sys.argv[1], sys.argv[2]
+ENV = dict(os.environ, LC_ALL="C")
+
+
+def scripts(folder):
+    d = os.path.join(CORPUS, folder)
+    paths = sorted(os.path.join(d, f) for f in os.listdir(d) if f.endswith(".sql"))
+    return [p for p in paths if b"\0" not in open(p, "rb").read()]
+
+
+REGEXES = ["SELECT", "select", "customer[a-z]*", "^ *END", "[0-9]+", "'[^']*'", "FROM|JOIN",
+           "Order(ID|Date)", "^$", "[(]", "a", "[[:upper:]][[:lower:]]+_", "zq_absent", "id"]
+# Patterns whose matches may begin or end with a character that is not a
+# word character: with -w, GNU grep tries the shorter matches of a place
+# that fails the rule (leftmost-longest), the engine the next match.
+WORDLESS_EDGES = {"'[^']*'", "[(]", "^ *END"}
+STRINGS = ["SELECT", "select", "Customer", "END", "(", "id", "zq_absent", "@", "'", " = ", "a"]
+SWITCHES = ["-v", "-c", "-l", "-L", "-q", "-H", "-h", "-Z", "-n", "-o", "-i", "-w", "-x", "-s"]
+COUNTS = ["-m", "-A", "-B", "-C"]
+
+
+def random_options(rng):
+    options = rng.sample(SWITCHES, rng.randint(0, 4))
+    # -x with -w is -x (GNU grep's -o then prints an empty line after each
+    # match too).
+    for one, other in (("-H", "-h"), ("-l", "-L"), ("-x", "-w")):
+        if one in options and other in options:
+            options.remove(other)  # zelstr refuses the two together
+    for name in rng.sample(COUNTS, rng.randint(0, 2)):
+        options += [name, str(rng.choice([0, 1, 2, 3, 5]))]
+    return options
+
+
+class AgainstGnuGrep(unittest.TestCase):
+    def compare(self, zelstr_args, grep_args, stdin=None, note=""):
+        want = subprocess.run(["grep", *grep_args], input=stdin, capture_output=True, env=ENV)
+        got = subprocess.run([TOOL, *zelstr_args], input=stdin, capture_output=True, timeout=60)
+        self.assertEqual(want.stdout, got.stdout, "%s %s" % (zelstr_args, note))
+        self.assertEqual(want.returncode, got.returncode, "%s %s" % (zelstr_args, note))
+
+    def test_random_combinations_on_the_corpus(self):
+        rng = random.Random(20261127)
+        paths = scripts("tsql")[:12] + scripts("plsql")[:6]
+        for _ in range(600):
+            options = random_options(rng)
+            files = rng.sample(paths, rng.choice([1, 1, 2, 3]))
+            if rng.random() < 0.5:
+                pattern = rng.choice(REGEXES)
+                if pattern in WORDLESS_EDGES and "-w" in options:
+                    options.remove("-w")
+                self.compare(["grep", *options, pattern, *files], ["-E", *options, pattern, *files])
+            else:
+                pattern = rng.choice(STRINGS)
+                self.compare(["find", *options, pattern, *files], ["-F", *options, pattern, *files])
+                self.compare(["grep", "-F", *options, pattern, *files],
+                             ["-F", *options, pattern, *files])
+
+    def test_several_patterns_from_e_f_and_lines(self):
+        rng = random.Random(7)
+        paths = scripts("tsql")[:6]
+        with tempfile.TemporaryDirectory() as d:
+            listed = os.path.join(d, "patterns.txt")
+            with open(listed, "w") as f:
+                f.write("INSERT\nDELETE|UPDATE\n")
+            empty = os.path.join(d, "empty.txt")
+            open(empty, "w").close()
+            for sources in (["-e", "SELECT", "-e", "FROM"], ["-f", listed], ["-e", "x", "-f", listed],
+                            ["SELECT\nGO"], ["-f", empty]):
+                for _ in range(15):
+                    options = random_options(rng)
+                    path = rng.choice(paths)
+                    self.compare(["grep", *options, *sources, path], ["-E", *options, *sources, path])
+
+    def test_standard_input_missing_files_and_labels(self):
+        text = open(scripts("tsql")[0], "rb").read()
+        for options in (["-H"], ["-H", "--label", "in.sql"], ["-c", "--label=x", "-H"],
+                        ["-l", "--label", "x"], ["-L", "--label", "x"], ["-Z", "-l"]):
+            self.compare(["grep", *options, "SELECT"], ["-E", *options, "SELECT"], stdin=text)
+            self.compare(["grep", *options, "SELECT", "-", "/nonexistent"],
+                         ["-E", *options, "SELECT", "-", "/nonexistent"], stdin=text)
+        for options in (["-q"], ["-s"], ["-q", "-s"], ["-s", "-c"]):
+            for pattern in ("SELECT", "zq_absent"):
+                for operands in (["/nonexistent", "-"], ["-", "/nonexistent"]):
+                    self.compare(["find", *options, pattern, *operands],
+                                 ["-F", *options, pattern, *operands], stdin=text)
+
+    def test_case_insensitive_regular_expressions(self):
+        path = scripts("tsql")[1]
+        for pattern in ("select", "[a-c]+_id", "[^a-z ]+", "Order(id|date)", "n'"):
+            for options in ([], ["-o"], ["-c"], ["-w"], ["-x"]):
+                self.compare(["grep", "-i", *options, pattern, path],
+                             ["-E", "-i", *options, pattern, path])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=1)
