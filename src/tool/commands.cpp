@@ -53,7 +53,10 @@ constexpr char kLinesFound[] = "0: a line was found; 1: none was";
       {"-m", "NUM", "stop reading a file after NUM selected lines"},                           \
       {"-A", "NUM", "print NUM lines of context after each selected line"},                    \
       {"-B", "NUM", "print NUM lines of context before each selected line"},                   \
-      {"-C", "NUM", "print NUM lines of context before and after each selected line"}
+      {"-C", "NUM", "print NUM lines of context before and after each selected line"},          \
+      {"--color", "WHEN",                                                                       \
+       "mark matches, names and numbers in colour (GREP_COLORS): never, always, or auto (on a " \
+       "terminal)"}
 
 constexpr Option kFindOptions[] = {
     {"-i", nullptr, "ignore the case of ASCII letters"},
@@ -218,7 +221,7 @@ constexpr Option kHideOptions[] = {
 constexpr Command kCommands[] = {
     {"find",
      "[-i|--map DEFINITION] [-w [--word-set SETDEF]|-x] [-v] [-o] [-n] [-c|-l|-L|-q] [-m NUM] "
-     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] PATTERN [FILE...]",
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [--color WHEN] PATTERN [FILE...]",
      "print the lines that contain a string",
      "Prints each line of the files (or of standard input) that contains PATTERN,\n"
      "a plain string, compared byte by byte, without case with -i, or through a\n"
@@ -351,7 +354,7 @@ constexpr Command kCommands[] = {
      run_map},
     {"grep",
      "[-F|-E] [-i] [-w [--word-set SETDEF]|-x] [-v] [-o|-g N] [-n] [-c|-l|-L|-q] [-m NUM] "
-     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] "
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [--color WHEN] "
      "[--code-only [--tsql|--oracle] [--quoted-id]] {PATTERN|-e PATTERN...|-f FILE...} [FILE...]",
      "print the lines that match a regular expression or hold a word",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
@@ -369,9 +372,10 @@ constexpr Command kCommands[] = {
      "the members of --word-set, such as [a-zA-Z0-9_@#$] for T-SQL names); -x\n"
      "only matches of the whole line.\n"
      "The options of output are GNU grep's, with its output byte for byte: -v,\n"
-     "-c, -l, -L, -q, -m, -H, -h, -Z, --label, and -A, -B, -C with \"--\" between\n"
-     "groups of lines that do not follow on.  Exit status 2 after an error, even\n"
-     "when a line was found, unless -q found one.\n"
+     "-c, -l, -L, -q, -m, -H, -h, -Z, --label, -A, -B, -C with \"--\" between\n"
+     "groups of lines that do not follow on, and --color with grep's colours\n"
+     "(GREP_COLORS: ms, mc, mt, sl, cx, rv, fn, ln, se, ne).  Exit status 2\n"
+     "after an error, even when a line was found, unless -q found one.\n"
      "With --code-only, each input is read whole and matched as hide shows it\n"
      "(comments and literals hidden; they may span lines), line by line, while\n"
      "the lines and matches printed are those of the input as written.\n",

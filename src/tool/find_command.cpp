@@ -72,14 +72,14 @@ class Occurrences {
   bool m_word[256] = {};
 };
 
-// Prints the occurrences that count in a selected line (zero-terminated
-// at `length`), each behind the last; empty ones print nothing.
-void print_occurrences(Input const& in, char const* line, std::size_t length,
-                       Occurrences const& search, LinePrinter& printer) {
+// The parts of a line (zero-terminated at `length`): the occurrences that
+// count, each behind the last; an empty string has none.
+void each_occurrence(char const* line, std::size_t length, Occurrences const& search,
+                     LinePrinter::Each const& each) {
+  if (search.length() == 0) return;
   char const* const end = line + length;
   for (char const* at = search.next(line, end, line); at != nullptr;) {
-    if (search.length() == 0) return;
-    printer.print_part(in, {at, search.length()});
+    each(static_cast<std::size_t>(at - line), search.length());
     at = at + search.length() <= end ? search.next(line, end, at + search.length()) : nullptr;
   }
 }
@@ -103,32 +103,20 @@ int run_find(Invocation& inv) {
   LinePrinter printer(inv, inv.operands().subspan(1));
   if (!inv.parsed()) return kError;
   Occurrences const search(inv, pattern, map.get());
-  printer.print_context_parts_by([&](Input const& in, char* line, std::size_t length) {
-    print_occurrences(in, line, length, search, printer);
+  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
+    each_occurrence(line, length, search, each);
+    return true;
   });
   char const* const strings[] = {pattern, nullptr};
   CFindManyStrHoary many(strings, insensitive ? ZEAL_MANY_ICASE : 0, map.get());
   bool const by_lines =
       *pattern == '\0' || may_match_line_end(pattern, map.get()) || printer.wants_every_line();
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
-    bool ok = true;
-    auto parts = [&](PickedLine const& picked) {
-      return with_line_alone(picked, [&](char* line, std::size_t length) {
-        print_occurrences(in, line, length, search, printer);
-        return true;
-      });
-    };
-    auto const take = hit_line_taker(in, printer, ok, parts);
+    auto const take = hit_line_taker(in, printer);
     if (by_lines) {
-      select_each_line(
-          in, printer, nullptr,
-          [&](char const* line, std::size_t length) {
-            return search.next(line, line + length, line) != nullptr ? 1 : 0;
-          },
-          [&](char const* line, std::size_t length, char const*) {
-            print_occurrences(in, line, length, search, printer);
-            return true;
-          });
+      select_each_line(in, printer, nullptr, [&](char const* line, std::size_t length) {
+        return search.next(line, line + length, line) != nullptr ? 1 : 0;
+      });
     } else if (search.bounded()) {
       for_each_hit_line(
           in, inv.flag("-n"),

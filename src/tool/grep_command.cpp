@@ -91,13 +91,12 @@ bool parse_group(Invocation& inv, Tcl_RegExp_* re, Combined const& c, std::size_
   return true;
 }
 
-// Prints every match of `line` in turn (what group `group` matched in
-// each), skipping empty ones; a search begins where the patterns' last
-// match (group `base`) ended, one byte further after an empty match.  What
-// is printed is taken from `written`, the line as the input has it, at the
-// offsets of the match.  False when the engine failed.
-bool print_matches(Input const& in, char* line, std::size_t length, char const* written,
-                   Tcl_RegExp_* re, int base, int group, LinePrinter& printer) {
+// The parts of `line` (zero-terminated at `length`): every non-empty match
+// in turn, or what group `group` matched in it; a search begins where the
+// patterns' last match (group `base`) ended, one byte further after an
+// empty match.  False when the engine failed.
+bool each_match(char const* line, std::size_t length, Tcl_RegExp_* re, int base, int group,
+                LinePrinter::Each const& each) {
   char const* const line_end = line + length;
   for (char const* from = line;;) {
     int const r = Tcl_RegExpExec(nullptr, re, from, line);
@@ -112,22 +111,20 @@ bool print_matches(Input const& in, char* line, std::size_t length, char const* 
     }
     if (group != base) Tcl_RegExpRange(re, group, &start, &end);
     if (start != nullptr && end != start) {
-      printer.print_part(in, {written + (start - line), static_cast<std::size_t>(end - start)});
+      each(static_cast<std::size_t>(start - line), static_cast<std::size_t>(end - start));
     }
   }
 }
 
-// Prints every occurrence of a word in `line`, as grep -F -o does: leftmost
+// The parts of `line` for grep -F: every occurrence of a word, leftmost
 // first, the longest at a place, each behind the last; with -x, the line.
-void print_words(Input const& in, std::string_view line, char const* written,
-                 FixedStrings const& words, bool whole_line, LinePrinter& printer) {
+void each_word(std::string_view line, FixedStrings const& words, bool whole_line,
+               LinePrinter::Each const& each) {
   if (whole_line) {
-    if (!line.empty() && words.is_line(line)) printer.print_part(in, {written, line.size()});
+    if (words.is_line(line)) each(0, line.size());
     return;
   }
-  words.each(line, [&](std::size_t offset, std::size_t length, int) {
-    printer.print_part(in, {written + offset, length});
-  });
+  words.each(line, [&](std::size_t offset, std::size_t length, int) { each(offset, length); });
 }
 
 // A pattern with no character the syntax gives a meaning to, nor a line
@@ -175,42 +172,28 @@ int run_fixed_grep(Invocation& inv) {
   if (!read_code_options(inv, code)) return kError;
   LinePrinter printer(inv, names);
   if (!inv.parsed()) return kError;
-  printer.print_context_parts_by([&](Input const& in, char* line, std::size_t length) {
-    print_words(in, {line, length}, line, words, whole_line, printer);
+  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
+    each_word({line, length}, words, whole_line, each);
+    return true;
   });
   for_each_input(inv, names, [&](Input& in) {
-    auto parts = [&](PickedLine const& line) {
-      print_words(in, line.text, line.text.data(), words, whole_line, printer);
-      return true;
-    };
     // A stretch of lines at a time, unless every line must be seen, the
     // code must be read whole or a word holds a line end (a line never
     // does).
     if (!printer.wants_every_line() && !code.only && !whole_line && !words.spans_lines()) {
-      bool ok = true;
       for_each_hit_line(
           in, inv.flag("-n"),
           [&](Lines const& lines, char const* from) {
             return words.find(lines.text, lines.length, from);
           },
-          hit_line_taker(in, printer, ok, parts));
-      printer.end_of(in);
-      return;
+          hit_line_taker(in, printer));
+    } else if (!code.only || code.reread(inv, in)) {
+      select_each_line(in, printer, code.only ? code.text.data() : nullptr,
+                       [&](char const* line, std::size_t length) {
+                         std::string_view const view(line, length);
+                         return whole_line ? words.is_line(view) : words.in(view);
+                       });
     }
-    if (code.only && !code.reread(inv, in)) {
-      printer.end_of(in);
-      return;
-    }
-    select_each_line(
-        in, printer, code.only ? code.text.data() : nullptr,
-        [&](char const* line, std::size_t length) {
-          std::string_view const view(line, length);
-          return whole_line ? words.is_line(view) : words.in(view);
-        },
-        [&](char const* line, std::size_t length, char const* written) {
-          print_words(in, {line, length}, written, words, whole_line, printer);
-          return true;
-        });
     printer.end_of(in);
   });
   return inv.exit_status();
@@ -251,22 +234,16 @@ int run_grep(Invocation& inv) {
   LinePrinter printer(inv, names);
   if (!inv.parsed()) return kError;
   if (none && !printer.inverted()) printer.selects_nothing();
-  printer.print_context_parts_by([&](Input const& in, char* line, std::size_t length) {
-    if (!none) print_matches(in, line, length, line, re.get(), combined.base, group, printer);
+  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
+    return none || each_match(line, length, re.get(), combined.base, group, each);
   });
   bool const plain = patterns.size() == 1 && combined.base == 0 && !inv.flag("-i") &&
                      is_plain_string(patterns[0].c_str());
   for_each_input(inv, names, [&](Input& in) {
     bool ok = true;
-    auto parts = [&](PickedLine const& picked) {
-      return with_line_alone(picked, [&](char* line, std::size_t length) {
-        return print_matches(in, line, length, line, re.get(), combined.base, group, printer);
-      });
-    };
-    if (!printer.wants_every_line() && !code.only && !none && plain && !inv.flag("-o")) {
+    if (!printer.wants_every_line() && !code.only && !none && plain) {
       // One string: every occurrence of a stretch found in one pass.
-      for_each_line_with(in, inv.flag("-n"), patterns[0].c_str(),
-                         hit_line_taker(in, printer, ok, parts));
+      for_each_line_with(in, inv.flag("-n"), patterns[0].c_str(), hit_line_taker(in, printer));
     } else if (!printer.wants_every_line() && !code.only && !none) {
       // A stretch of lines at a time: the engine finds the lines that
       // match in one pass; their matches are then found in each alone.
@@ -277,19 +254,16 @@ int run_grep(Invocation& inv) {
             ok = line != nullptr || Tcl_GetRegError() == nullptr;
             return line;
           },
-          hit_line_taker(in, printer, ok, parts));
+          hit_line_taker(in, printer));
     } else if (!code.only || code.reread(inv, in)) {
       // Line by line; with --code-only the lines are matched in the hidden
       // copy of the whole input, and printed from the input as written.
-      ok = select_each_line(
-          in, printer, code.only ? code.text.data() : nullptr,
-          [&](char* line, std::size_t) { return none ? 0 : Tcl_RegExpMatch(line, re.get()); },
-          [&](char* line, std::size_t length, char const* written) {
-            return print_matches(in, line, length, written, re.get(), combined.base, group,
-                                 printer);
-          });
+      ok = select_each_line(in, printer, code.only ? code.text.data() : nullptr,
+                            [&](char* line, std::size_t) {
+                              return none ? 0 : Tcl_RegExpMatch(line, re.get());
+                            });
     }
-    if (!ok) report_failure(inv, in);
+    if (!ok || printer.failed()) report_failure(inv, in);
     printer.end_of(in);
   });
   return inv.exit_status();

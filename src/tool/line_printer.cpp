@@ -7,6 +7,8 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/binary_stdio.h"
+
 namespace zelstr::tool {
 namespace {
 
@@ -27,11 +29,24 @@ std::uint64_t count_option(Invocation& inv, char const* name, std::uint64_t fall
   return n;
 }
 
-void write_number(std::uint64_t n) {
-  char digits[24];
+// --color=WHEN: never, always, or auto (when standard output is a
+// terminal that can show colours).
+bool color_option(Invocation& inv) {
+  char const* const when = inv.value("--color");
+  if (when == nullptr || !inv.parsed() || std::strcmp(when, "never") == 0) return false;
+  if (std::strcmp(when, "always") == 0) return true;
+  if (std::strcmp(when, "auto") == 0) {
+    char const* const term = std::getenv("TERM");
+    return platform::stdout_is_terminal() && term != nullptr && std::strcmp(term, "dumb") != 0;
+  }
+  inv.usage_error("option '--color' takes never, always or auto, not '%s'", when);
+  return false;
+}
+
+std::string_view number_text(std::uint64_t n, char (&digits)[24]) {
   auto const [end, error] = std::to_chars(digits, digits + sizeof digits, n);
   (void)error;
-  write_out(digits, static_cast<std::size_t>(end - digits));
+  return {digits, static_cast<std::size_t>(end - digits)};
 }
 
 }  // namespace
@@ -50,83 +65,115 @@ LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
       m_prints_lines(!m_count_only && !m_list && !m_list_unmatched && !m_quiet),
       m_max(count_option(inv, "-m", kNoLimit)),
       m_nothing(m_max == 0),
-      m_label(inv.value("--label")) {
+      m_label(inv.value("--label")),
+      m_color(color_option(inv)) {
   std::uint64_t const context = count_option(inv, "-C", 0);
   if (m_prints_lines) {
     m_before = count_option(inv, "-B", context);
     m_after = count_option(inv, "-A", context);
     m_grouped = inv.flag("-A") || inv.flag("-B") || inv.flag("-C");
   }
+  if (m_color) m_colors.read(std::getenv("GREP_COLORS"));
 }
 
-LinePrinter::Next LinePrinter::take(Input const& in, std::string_view text, bool matches) {
+bool LinePrinter::take(Input const& in, std::string_view text, bool matches,
+                       char const* matched) {
+  if (m_nothing) return false;
   // Once -m's count is reached, the lines are context only (the ones after
   // it, while some are still wanted).
-  if (m_nothing) return Next::kStop;
-  if (m_count < m_max && matches != m_invert) return select(in, text);
-  if (m_count >= m_max && m_after_left == 0) return Next::kStop;
-  pass(in, text);
-  return m_count >= m_max && m_after_left == 0 ? Next::kStop : Next::kGoOn;
+  if (m_count < m_max && matches != m_invert) return select(in, text, matched);
+  if (m_count >= m_max && m_after_left == 0) return false;
+  pass(in, text, matched);
+  return m_count < m_max || m_after_left > 0;
 }
 
-LinePrinter::Next LinePrinter::select(Input const& in, std::string_view text) {
+bool LinePrinter::select(Input const& in, std::string_view text, char const* matched) {
   ++m_count;
-  m_inv.found();  // -L too: its status tells whether a line was selected, as grep's does
+  m_inv.found();
   if (m_quiet) {
     m_inv.found_enough();
-    return Next::kStop;
+    return false;
   }
-  if (m_list || m_list_unmatched) return Next::kStop;
+  if (m_list || m_list_unmatched) return false;
   bool const last = m_count == m_max;
-  if (m_count_only) return last ? Next::kStop : Next::kGoOn;
-  for (Kept const& kept : m_kept) print(in, kept.text, kept.end, kept.number, '-');
+  if (m_count_only) return !last;
+  for (Kept const& kept : m_kept) {
+    show(in, kept.text, kept.matched.c_str(), kept.end, kept.number, '-');
+  }
   m_kept.clear();
   m_after_left = m_after;
-  if (m_parts) {
-    separate(in.line_number());
-    m_part_number = in.line_number();
-    m_part_separator = ':';
-    return Next::kPrintParts;
-  }
-  print(in, text, in.line_end(), in.line_number(), ':');
-  return last && m_after == 0 ? Next::kStop : Next::kGoOn;
+  show(in, text, matched, in.line_end(), in.line_number(), ':');
+  return !last || m_after > 0;
 }
 
 // A line that is not selected: context after a selected line, or kept for
 // the context before the next one.
-void LinePrinter::pass(Input const& in, std::string_view text) {
+void LinePrinter::pass(Input const& in, std::string_view text, char const* matched) {
   if (m_after_left > 0) {
     --m_after_left;
-    print(in, text, in.line_end(), in.line_number(), '-');
+    show(in, text, matched, in.line_end(), in.line_number(), '-');
     return;
   }
   if (m_before == 0) return;
   if (m_kept.size() == m_before) m_kept.pop_front();
-  m_kept.push_back(Kept{std::string(text), in.line_end(), in.line_number()});
+  m_kept.push_back(Kept{std::string(text), matched != nullptr ? std::string(matched, text.size()) : "",
+                        in.line_end(), in.line_number()});
 }
 
-void LinePrinter::print(Input const& in, std::string_view text, std::string_view end,
-                        std::uint64_t number, char separator) {
+// A line shown, selected (':') or as context ('-').  As grep has it, the
+// matches of a line are marked (or printed alone, with -o) only where they
+// are what selected it, or with -v what made it context.
+void LinePrinter::show(Input const& in, std::string_view text, char const* matched,
+                       std::string_view end, std::uint64_t number, char separator) {
   separate(number);
+  bool const marked = (separator == ':') != m_invert;
   if (m_parts) {
-    // As grep has it, a line of context shows its matches only with -v
-    // (where they are what makes it context).
-    if (m_context_parts == nullptr || !m_invert) return;
-    std::string line(text);
-    m_part_number = number;
-    m_part_separator = separator;
-    m_context_parts(in, line.data(), line.size());
+    if (marked) show_parts(in, text, matched, number, separator);
     return;
   }
   prefix(in, number, separator);
-  write_out(text);
+  if (m_color) {
+    write_line(text, matched, marked, separator);
+  } else {
+    write_out(text);
+  }
   write_out(end.empty() ? std::string_view("\n") : end);
 }
 
-void LinePrinter::print_part(Input const& in, std::string_view part) {
-  prefix(in, m_part_number, m_part_separator);
-  write_out(part);
-  write_out("\n");
+void LinePrinter::show_parts(Input const& in, std::string_view text, char const* matched,
+                             std::uint64_t number, char separator) {
+  std::string_view const sgr =
+      separator == ':' ? m_colors.selected_match : m_colors.context_match;
+  bool const ok = m_parts_of(matched, text.size(), [&](std::size_t offset, std::size_t length) {
+    if (length == 0) return;
+    prefix(in, number, separator);
+    write_painted(m_color ? sgr : std::string_view(), text.substr(offset, length));
+    write_out("\n");
+  });
+  m_failed = m_failed || !ok;
+}
+
+// A line in colour, as grep paints it: in the colour of its lines (sl, or
+// cx for context; the other way round with -v and rv), its marked parts in
+// the colour of matches, the line's colour begun again before each.
+void LinePrinter::write_line(std::string_view text, char const* matched, bool marked,
+                             char separator) {
+  bool const selected = (separator == ':') != (m_colors.reverse && m_invert);
+  std::string_view const line_sgr = selected ? m_colors.selected_line : m_colors.context_line;
+  std::string_view const match_sgr =
+      separator == ':' ? m_colors.selected_match : m_colors.context_match;
+  std::size_t done = 0;
+  if (marked) {
+    bool const ok = m_parts_of(matched, text.size(), [&](std::size_t offset, std::size_t length) {
+      if (length == 0 || offset < done) return;
+      write_out(m_colors.start(line_sgr));
+      write_out(text.substr(done, offset - done));
+      write_painted(match_sgr, text.substr(offset, length));
+      done = offset + length;
+    });
+    m_failed = m_failed || !ok;
+  }
+  if (done < text.size()) write_painted(line_sgr, text.substr(done));
 }
 
 // With lines of context (even none, when asked for), a line that does not
@@ -134,26 +181,42 @@ void LinePrinter::print_part(Input const& in, std::string_view part) {
 // before (of any input).
 void LinePrinter::separate(std::uint64_t number) {
   if (!m_grouped) return;
-  if (m_shown_any && (m_last_shown == 0 || number != m_last_shown + 1)) write_out("--\n");
+  if (m_shown_any && (m_last_shown == 0 || number != m_last_shown + 1)) {
+    write_painted(m_colors.separator, "--");
+    write_out("\n");
+  }
   m_shown_any = true;
   m_last_shown = number;
 }
 
 void LinePrinter::prefix(Input const& in, std::uint64_t number, char separator) {
-  char const after_name[] = {m_null ? '\0' : separator};
+  std::string_view const mark(&separator, 1);
   if (m_with_names) {
-    write_out(name_of(in));
-    write_out(after_name, 1);
+    write_name(in);
+    if (m_null) {
+      write_out(std::string_view("\0", 1));
+    } else {
+      write_painted(m_colors.separator, mark);
+    }
   }
   if (m_numbers) {
-    write_number(number);
-    write_out(&separator, 1);
+    char digits[24];
+    write_painted(m_colors.line_number, number_text(number, digits));
+    write_painted(m_colors.separator, mark);
   }
 }
 
-std::string_view LinePrinter::name_of(Input const& in) const {
-  return m_label != nullptr && in.is_standard_input() ? std::string_view(m_label)
-                                                      : std::string_view(in.name());
+void LinePrinter::write_name(Input const& in) {
+  bool const labelled = m_label != nullptr && in.is_standard_input();
+  write_painted(m_colors.file_name, labelled ? std::string_view(m_label) : in.name());
+}
+
+void LinePrinter::write_painted(std::string_view sgr, std::string_view text) {
+  if (m_color && !sgr.empty()) {
+    write_out(m_colors.paint(sgr, text));
+  } else {
+    write_out(text);
+  }
 }
 
 void LinePrinter::end_of(Input const& in) {
@@ -161,17 +224,23 @@ void LinePrinter::end_of(Input const& in) {
   if (m_quiet) {
     // nothing is printed
   } else if (listed) {
-    write_out(name_of(in));
+    write_name(in);
     write_out(m_null ? std::string_view("\0", 1) : std::string_view("\n"));
   } else if (m_count_only && !m_list && !m_list_unmatched && !m_nothing) {
     if (m_with_names) {
-      write_out(name_of(in));
-      write_out(m_null ? std::string_view("\0", 1) : std::string_view(":"));
+      write_name(in);
+      if (m_null) {
+        write_out(std::string_view("\0", 1));
+      } else {
+        write_painted(m_colors.separator, ":");
+      }
     }
-    write_number(m_count);
+    char digits[24];
+    write_out(number_text(m_count, digits));
     write_out("\n");
   }
   m_count = 0;
+  m_failed = false;
   m_after_left = 0;
   m_last_shown = 0;
   m_kept.clear();

@@ -14,49 +14,20 @@ namespace zelstr::tool {
 
 // Every line of `in`, zero-terminated in place: `matches(line, length)`
 // gives 1 when it matches, 0 when not, -1 when the match failed (then
-// false is returned).  `parts(line, length, written)` prints the parts of a
-// selected line when the printer asks (false: a failure).  The lines are
-// printed from `original` when it is not NULL: the text as written, of
-// which the input is a changed copy with the same lines.
-template <class Matches, class Parts>
-bool select_each_line(Input& in, LinePrinter& printer, char const* original, Matches matches,
-                      Parts parts) {
+// false is returned).  The lines are printed from `original` when it is
+// not NULL: the text as written, of which the input is a changed copy with
+// the same lines.
+template <class Matches>
+bool select_each_line(Input& in, LinePrinter& printer, char const* original, Matches matches) {
   char* line;
   std::size_t length;
   while (in.next_line(line, length)) {
     char const* const written = original != nullptr ? original + in.line_offset() : line;
     int const r = matches(line, length);
     if (r < 0) return false;
-    switch (printer.take(in, {written, length}, r == 1)) {
-      case LinePrinter::Next::kStop:
-        return true;
-      case LinePrinter::Next::kPrintParts:
-        if (!parts(line, length, written)) return false;
-        break;
-      case LinePrinter::Next::kGoOn:
-        break;
-    }
+    if (!printer.take(in, {written, length}, r == 1, line)) break;
   }
-  return true;
-}
-
-// Turns a take(line) of the stretch searches (line_search.h) into the
-// printer's: `parts(line)` prints the parts of a selected line.  `ok` turns
-// false when printing them failed.
-template <class Parts>
-auto hit_line_taker(Input& in, LinePrinter& printer, bool& ok, Parts& parts) {
-  return [&in, &printer, &ok, &parts](PickedLine const& line) {
-    switch (printer.take(in, line.text, true)) {
-      case LinePrinter::Next::kStop:
-        return false;
-      case LinePrinter::Next::kPrintParts:
-        ok = parts(line);
-        return ok;
-      case LinePrinter::Next::kGoOn:
-        break;
-    }
-    return true;
-  };
+  return !printer.failed();
 }
 
 // Runs `each(line, length)` on a line picked out of a stretch, with a
@@ -71,6 +42,17 @@ bool with_line_alone(PickedLine const& picked, Each each) {
   bool const done = each(line, picked.text.size());
   *end = kept;
   return done;
+}
+
+// The take(line) of the stretch searches (line_search.h) that hands each
+// line they hit to the printer, as a line alone when its parts are wanted.
+inline auto hit_line_taker(Input& in, LinePrinter& printer) {
+  return [&in, &printer](PickedLine const& picked) {
+    if (!printer.wants_parts()) return printer.take(in, picked.text, true, nullptr);
+    return with_line_alone(picked, [&](char const* line, std::size_t) {
+      return printer.take(in, picked.text, true, line);
+    });
+  };
 }
 
 }  // namespace zelstr::tool

@@ -35,12 +35,14 @@ REGEXES = ["SELECT", "select", "customer[a-z]*", "^ *END", "[0-9]+", "'[^']*'", 
 # that fails the rule (leftmost-longest), the engine the next match.
 WORDLESS_EDGES = {"'[^']*'", "[(]", "^ *END"}
 STRINGS = ["SELECT", "select", "Customer", "END", "(", "id", "zq_absent", "@", "'", " = ", "a"]
-SWITCHES = ["-v", "-c", "-l", "-L", "-q", "-H", "-h", "-Z", "-n", "-o", "-i", "-w", "-x", "-s"]
+SWITCHES = ["-v", "-c", "-l", "-L", "-q", "-H", "-h", "-Z", "-n", "-o", "-i", "-w", "-x", "-s",
+            "--color=always", "--color=always"]
 COUNTS = ["-m", "-A", "-B", "-C"]
 
 
 def random_options(rng):
-    options = rng.sample(SWITCHES, rng.randint(0, 4))
+    options = list(set(rng.sample(SWITCHES, rng.randint(0, 4))))
+    options.sort(key=SWITCHES.index)
     # -x with -w is -x (GNU grep's -o then prints an empty line after each
     # match too).
     for one, other in (("-H", "-h"), ("-l", "-L"), ("-x", "-w")):
@@ -52,9 +54,10 @@ def random_options(rng):
 
 
 class AgainstGnuGrep(unittest.TestCase):
-    def compare(self, zelstr_args, grep_args, stdin=None, note=""):
-        want = subprocess.run(["grep", *grep_args], input=stdin, capture_output=True, env=ENV)
-        got = subprocess.run([TOOL, *zelstr_args], input=stdin, capture_output=True, timeout=60)
+    def compare(self, zelstr_args, grep_args, stdin=None, note="", colors=None):
+        env = dict(ENV, GREP_COLORS=colors) if colors is not None else ENV
+        want = subprocess.run(["grep", *grep_args], input=stdin, capture_output=True, env=env)
+        got = subprocess.run([TOOL, *zelstr_args], input=stdin, capture_output=True, timeout=60, env=env)
         self.assertEqual(want.stdout, got.stdout, "%s %s" % (zelstr_args, note))
         self.assertEqual(want.returncode, got.returncode, "%s %s" % (zelstr_args, note))
 
@@ -110,6 +113,15 @@ class AgainstGnuGrep(unittest.TestCase):
             for options in ([], ["-o"], ["-c"], ["-w"], ["-x"]):
                 self.compare(["grep", "-i", *options, pattern, path],
                              ["-E", "-i", *options, pattern, path])
+
+    def test_colours_of_grep_colors(self):
+        paths = scripts("tsql")[2:4]
+        for colors in ("mt=01;32", "ms=4:mc=5:fn=1:ln=33:se=", "ne", "fn=:ln=", "sl=1:cx=2:rv:ms=7"):
+            for options in (["-n", "-H"], ["-o", "-n"], ["-v", "-C", "1"], ["-c"], ["-l"], ["-Z", "-A1"]):
+                self.compare(["grep", "--color=always", *options, "Order(ID|Date)", *paths],
+                             ["-E", "--color=always", *options, "Order(ID|Date)", *paths], colors=colors)
+                self.compare(["find", "--color=auto", *options, "Customer", *paths],
+                             ["-F", "--color=auto", *options, "Customer", *paths], colors=colors)
 
 
 if __name__ == "__main__":
