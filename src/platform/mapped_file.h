@@ -40,6 +40,8 @@ class MappedFile {
   // Gives back the pages of the view that lie wholly before data() +
   // `offset`: they are no longer to be read, and no longer resident.
   void release(std::size_t offset);
+  // Ends the view (the file is then read from its first byte, untouched).
+  void close();
 
  private:
   char* m_data = nullptr;

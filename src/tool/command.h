@@ -56,6 +56,9 @@ Command const* find_command(char const* name);
 // Options every subcommand takes.
 inline constexpr Option kCommonOptions[] = {
     {"-W", nullptr, "print the library's warnings on standard error"},
+    {"--encoding", "NAME",
+     "read the inputs in the encoding NAME (UTF-16LE, windows-1252...), not by their byte-order "
+     "mark"},
     {"--help", nullptr, "print this help (also -h, where the command has no -h of its own)"},
 };
 

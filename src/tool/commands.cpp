@@ -45,6 +45,9 @@ constexpr char kLinesFound[] = "0: a line was found; 1: none was";
       {"-L", nullptr, "print only the names of the files without a selected line"},            \
       {"-q", nullptr, "print nothing; exit 0 at the first selected line (even after an error)"}, \
       {"-s", nullptr, "say nothing of files that cannot be opened or read"},                   \
+      {"-a", nullptr,                                                                          \
+       "read a binary file (a zero byte in its first block) as text: a line is matched up to " \
+       "a zero byte, and printed whole"},                                                      \
       {"-H", nullptr, "begin each line with its file's name, even for one file"},              \
       {"-h", nullptr, "never begin a line with its file's name"},                              \
       {"--label", "LABEL", "the name printed for standard input"},                             \

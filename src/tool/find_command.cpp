@@ -112,6 +112,7 @@ int run_find(Invocation& inv) {
   bool const by_lines =
       *pattern == '\0' || may_match_line_end(pattern, map.get()) || printer.wants_every_line();
   for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
+    in.take_zero_bytes(printer.zero_bytes());
     auto const take = hit_line_taker(in, printer);
     if (by_lines) {
       select_each_line(in, printer, nullptr, [&](char const* line, std::size_t length) {

@@ -177,6 +177,7 @@ int run_fixed_grep(Invocation& inv) {
     return true;
   });
   for_each_input(inv, names, [&](Input& in) {
+    in.take_zero_bytes(printer.zero_bytes());
     // A stretch of lines at a time, unless every line must be seen, the
     // code must be read whole or a word holds a line end (a line never
     // does).
@@ -240,6 +241,7 @@ int run_grep(Invocation& inv) {
   bool const plain = patterns.size() == 1 && combined.base == 0 && !inv.flag("-i") &&
                      is_plain_string(patterns[0].c_str());
   for_each_input(inv, names, [&](Input& in) {
+    in.take_zero_bytes(printer.zero_bytes());
     bool ok = true;
     if (!printer.wants_every_line() && !code.only && !none && plain) {
       // One string: every occurrence of a stretch found in one pass.

@@ -57,27 +57,130 @@ bool Input::fill() {
     m_start = start;
     m_end = start + kept;
   }
-  m_bytes.reserve(m_end + kRead + 1, m_end);
-  std::size_t const n = std::fread(m_bytes.data() + m_end, 1, kRead, m_file);
+  bool const first_block = !m_started;
+  std::size_t const n = read_more();
   if (n == 0) {
-    if (std::ferror(m_file)) {
-      m_invocation.file_error("%s: read error: %s", m_name, std::strerror(errno));
-      m_failed = true;
-    }
     m_ended = true;
-    m_bytes.data()[m_end] = '\0';
+    if (m_bytes.data() != nullptr) m_bytes.data()[m_end] = '\0';
     return false;
   }
-  if (!text_only(n)) return false;
+  if (!check_zeros(n, first_block)) return false;
   m_end += n;
   m_bytes.data()[m_end] = '\0';
   return true;
 }
 
-void Input::see_whole(Zeros zeros) {
-  if (ok() && m_file != stdin && m_end == 0 && m_offset == 0 && m_whole.open(m_file)) {
-    m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
+std::size_t Input::read_more() {
+  for (;;) {
+    if (m_started && m_decoder == nullptr) {
+      m_bytes.reserve(m_end + kRead + 1, m_end);
+      std::size_t const n = std::fread(m_bytes.data() + m_end, 1, kRead, m_file);
+      if (n == 0 && std::ferror(m_file)) report_read_error();
+      return n;
+    }
+    // The first read, or one to decode, goes through m_raw.
+    m_raw.resize(kRead);
+    std::size_t const got = std::fread(m_raw.data(), 1, kRead, m_file);
+    if (got == 0 && std::ferror(m_file)) {
+      report_read_error();
+      return 0;
+    }
+    std::size_t const mark = m_started ? 0 : begin_reading(got);
+    if (m_failed) return 0;
+    std::size_t const n =
+        m_decoder != nullptr ? decode_into_buffer(m_raw.data() + mark, got - mark, got == 0)
+                             : place(m_raw.data() + mark, got - mark);
+    if (n > 0 || got == 0 || m_failed) return n;
   }
+}
+
+void Input::report_read_error() {
+  m_invocation.file_error("%s: read error: %s", m_name, std::strerror(errno));
+  m_failed = true;
+}
+
+std::size_t Input::begin_reading(std::size_t n) {
+  m_started = true;
+  auto const* const b = reinterpret_cast<unsigned char const*>(m_raw.data());
+  char const* name = m_invocation.encoding();
+  std::size_t mark = 0;
+  if (name == nullptr && n >= 2 && b[0] == 0xFF && b[1] == 0xFE) {
+    name = "UTF-16LE";
+    mark = 2;
+  } else if (name == nullptr && n >= 2 && b[0] == 0xFE && b[1] == 0xFF) {
+    name = "UTF-16BE";
+    mark = 2;
+  } else if (name == nullptr && n >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+    return 3;
+  }
+  if (name == nullptr) return 0;
+  m_decoder = platform::TextDecoder::open(name);
+  if (m_decoder == nullptr) {
+    m_invocation.error("%s: cannot decode %s", m_name, name);
+    m_failed = true;
+  }
+  return mark;
+}
+
+std::size_t Input::decode_into_buffer(char const* raw, std::size_t n, bool last) {
+  m_decoded.clear();
+  if (!m_decoder->decode({raw, n}, last, m_decoded)) {
+    note_out_of_memory();
+    m_invocation.error("%s: out of memory", m_name);
+    m_failed = true;
+    return 0;
+  }
+  // A mark the decoder kept (one --encoding named) is no part of the text.
+  std::size_t from = 0;
+  if (!m_text_started && !m_decoded.empty()) {
+    m_text_started = true;
+    if (m_decoded.compare(0, 3, "\xEF\xBB\xBF") == 0) from = 3;
+  }
+  return place(m_decoded.data() + from, m_decoded.size() - from);
+}
+
+std::size_t Input::place(char const* bytes, std::size_t n) {
+  m_bytes.reserve(m_end + n + 1, m_end);
+  if (n > 0) std::memcpy(m_bytes.data() + m_end, bytes, n);
+  return n;
+}
+
+bool Input::check_zeros(std::size_t n, bool first_block) {
+  switch (m_zero_bytes) {
+    case ZeroBytes::kAsText:
+      return true;
+    case ZeroBytes::kRefused:
+      return text_only(n);
+    case ZeroBytes::kBinaryFiles:
+      break;
+  }
+  char* const from = base() + m_end;
+  if (!m_binary && !(first_block && std::memchr(from, '\0', n) != nullptr)) return text_only(n);
+  m_binary = true;
+  for (char* zero = from; (zero = static_cast<char*>(std::memchr(zero, '\0', n - (zero - from))));) {
+    *zero++ = '\n';
+  }
+  return true;
+}
+
+void Input::see_whole(Zeros zeros) {
+  if (!ok() || m_file == stdin || m_started || m_invocation.encoding() != nullptr ||
+      !m_whole.open(m_file)) {
+    return;
+  }
+  // A file with a byte-order mark, or a binary one, is read instead.
+  auto const* const b = reinterpret_cast<unsigned char const*>(m_whole.data());
+  std::size_t const size = m_whole.size();
+  bool const marked = (size >= 2 && ((b[0] == 0xFF && b[1] == 0xFE) || (b[0] == 0xFE && b[1] == 0xFF))) ||
+                      (size >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF);
+  bool const binary = m_zero_bytes != ZeroBytes::kRefused &&
+                      std::memchr(b, '\0', std::min(size, kRead)) != nullptr;
+  if (marked || binary) {
+    m_whole.close();
+    return;
+  }
+  m_started = true;
+  m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
 }
 
 bool Input::searched_to(Lines const& lines, char const* end) {
@@ -95,7 +198,7 @@ bool Input::take_in() {
     m_ended = true;
     return false;
   }
-  if (!m_zeros_left_to_search && !text_only(n)) return false;
+  if (!m_zeros_left_to_search && !check_zeros(n, false)) return false;
   m_end += n;
   return true;
 }

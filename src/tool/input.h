@@ -6,19 +6,29 @@
 // text at once (a comment or a literal of SQL code may span lines), read
 // whole, then gone over again line by line in a changed copy.
 //
+// Encodings: a UTF-8 byte-order mark is not part of the text; a file that
+// begins with the mark of UTF-16 (either byte order), or any input when
+// --encoding names an encoding, is decoded into UTF-8 as it is read, so
+// that every command sees UTF-8 (offsets and line numbers are then those
+// of the decoded text).
+//
 // The library works on zero-terminated strings, so a zero byte in the
 // input cannot be handed to it: the reader stops there and the input is
-// refused as binary data.
+// refused as binary data; or, for the searches, a zero byte in the first
+// block read makes it a binary file, whose zero bytes are read as line
+// ends (as grep reads them), or kept in their lines (grep -a).
 #ifndef ZELSTR_TOOL_INPUT_H
 #define ZELSTR_TOOL_INPUT_H
 
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "platform/mapped_file.h"
+#include "platform/text_decoder.h"
 #include "tool/aligned_bytes.h"
 #include "tool/invocation.h"
 
@@ -68,6 +78,16 @@ class Input {
   bool ok() const { return m_file != nullptr && !m_failed; }
   char const* name() const { return m_name; }
   bool is_standard_input() const { return m_file == stdin; }
+
+  // What a zero byte does, to be said before anything is read: it refuses
+  // the input (the default); or, in the first block, makes it a binary
+  // input whose zero bytes are read as line feeds (kBinaryFiles; a zero
+  // byte after the first block still refuses it); or stays in its line
+  // (kAsText), where the library's calls see the line up to it.
+  enum class ZeroBytes { kRefused, kBinaryFiles, kAsText };
+  void take_zero_bytes(ZeroBytes how) { m_zero_bytes = how; }
+  // Whether the input was found to be binary (see ZeroBytes).
+  bool binary() const { return m_binary; }
 
   // The next block of at most kRead bytes (what one read gave); empty at
   // the end or on an error (reported).
@@ -139,6 +159,18 @@ class Input {
   // Takes up to kSeenStretch more bytes of a file seen whole; false at its
   // end.
   bool take_in();
+  // Reads the next bytes into m_bytes after m_end (decoded when the input
+  // is, without a byte-order mark at the start): how many; 0 at the end.
+  std::size_t read_more();
+  // At the first read: the decoder the input's mark or --encoding asks for,
+  // and the length of a mark to pass over.
+  std::size_t begin_reading(std::size_t n);
+  std::size_t decode_into_buffer(char const* raw, std::size_t n, bool last);
+  // Looks at the zero bytes of the `n` bytes after m_end (see ZeroBytes);
+  // false when the input is refused.
+  bool check_zeros(std::size_t n, bool first_block);
+  std::size_t place(char const* bytes, std::size_t n);
+  void report_read_error();
   // Refuses the input, reported, when the `n` bytes after the pending ones
   // hold a zero byte.
   bool text_only(std::size_t n);
@@ -153,6 +185,12 @@ class Input {
   platform::MappedFile m_whole;         // a file seen whole (see see_whole)
   std::size_t m_given_back = 0;         // its bytes before this went back to the system
   bool m_zeros_left_to_search = false;  // see Zeros::kFoundBySearch
+  ZeroBytes m_zero_bytes = ZeroBytes::kRefused;
+  bool m_binary = false;
+  bool m_started = false;                           // the first read is done
+  bool m_text_started = false;                      // decoded text was placed
+  std::unique_ptr<platform::TextDecoder> m_decoder;  // for an input not in UTF-8
+  std::string m_raw, m_decoded;                     // its bytes, before and after
   std::size_t m_start = 0, m_end = 0;
   std::uint64_t m_offset = 0;  // of m_bytes.data()[0] in the input
   std::uint64_t m_line_number = 0;

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "errsvc/errsvc.h"
+#include "platform/text_decoder.h"
 #include "tool/out_of_memory.h"
 
 namespace zelstr::tool {
@@ -103,6 +104,9 @@ Invocation::Invocation(Command const& command, std::span<char* const> args) : m_
   // A command of grep's options has its own -h (no file names).
   CLI::Option* const help = app.add_flag(find_option(command, "-h") != nullptr ? "--help" : "-h,--help");
   CLI::Option* const warnings = app.add_flag("-W");
+  CLI::Option* const encoding =
+      app.add_option("--encoding")->allow_extra_args(false)->multi_option_policy(
+          CLI::MultiOptionPolicy::TakeLast);
   std::vector<CLI::Option*> declared;
   for (Option const& o : command.options) {
     declared.push_back(o.value == nullptr
@@ -126,6 +130,15 @@ Invocation::Invocation(Command const& command, std::span<char* const> args) : m_
   }
   m_help = help->count() > 0;
   m_warnings = warnings->count() > 0;
+  if (encoding->count() > 0) {
+    m_encoding = encoding->as<std::string>();
+    if (m_encoding->empty() || platform::TextDecoder::open(m_encoding->c_str()) == nullptr) {
+      usage_error("unknown encoding '%s' (a converter's name, such as UTF-16LE, UTF-16BE or "
+                  "windows-1252)",
+                  m_encoding->c_str());
+      return;
+    }
+  }
   take_values(declared);
   if (!take_operands(app.remaining()) || !check_conflicts()) return;
   warning_state().print = m_warnings;

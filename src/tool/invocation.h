@@ -4,6 +4,7 @@
 #define ZELSTR_TOOL_INVOCATION_H
 
 #include <cstdarg>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -30,6 +31,8 @@ class Invocation {
   bool parsed() const { return m_parsed; }
   bool wants_help() const { return m_help; }
   bool warnings_shown() const { return m_warnings; }
+  // The encoding --encoding names for the inputs, or NULL.
+  char const* encoding() const { return m_encoding ? m_encoding->c_str() : nullptr; }
 
   bool flag(char const* name) const { return value(name) != nullptr; }
   // The option's value ("" for a flag given), the last one given wins;
@@ -78,6 +81,7 @@ class Invocation {
   std::vector<std::string> m_rest;                  // the words that were not options
   std::vector<std::pair<char const*, char const*>> m_values;
   std::vector<char const*> m_operands;
+  std::optional<std::string> m_encoding;
   bool m_parsed = true, m_help = false, m_warnings = false;
   bool m_found = false, m_error = false, m_enough = false;
 };

@@ -66,7 +66,8 @@ LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
       m_max(count_option(inv, "-m", kNoLimit)),
       m_nothing(m_max == 0),
       m_label(inv.value("--label")),
-      m_color(color_option(inv)) {
+      m_color(color_option(inv)),
+      m_as_text(inv.flag("-a")) {
   std::uint64_t const context = count_option(inv, "-C", 0);
   if (m_prints_lines) {
     m_before = count_option(inv, "-B", context);
@@ -97,6 +98,13 @@ bool LinePrinter::select(Input const& in, std::string_view text, char const* mat
   if (m_list || m_list_unmatched) return false;
   bool const last = m_count == m_max;
   if (m_count_only) return !last;
+  if (in.binary()) {
+    // As grep has it: the lines of a binary file are not printed.
+    write_out("Binary file ");
+    write_out(m_label != nullptr && in.is_standard_input() ? std::string_view(m_label) : in.name());
+    write_out(" matches\n");
+    return false;
+  }
   for (Kept const& kept : m_kept) {
     show(in, kept.text, kept.matched.c_str(), kept.end, kept.number, '-');
   }

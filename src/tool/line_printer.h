@@ -41,7 +41,14 @@ class LinePrinter {
 
   // Whether every line must be handed to take(), matching or not (for -v
   // or for lines of context); otherwise only the matching ones need be.
-  bool wants_every_line() const { return m_invert || m_grouped; }
+  // (-a too: a line that holds a zero byte is matched alone, up to it.)
+  bool wants_every_line() const { return m_invert || m_grouped || m_as_text; }
+  // How the command's inputs take a zero byte: binary files (each then
+  // "Binary file NAME matches" at its first selected line, instead of
+  // lines), or text with -a.
+  Input::ZeroBytes zero_bytes() const {
+    return m_as_text ? Input::ZeroBytes::kAsText : Input::ZeroBytes::kBinaryFiles;
+  }
   bool inverted() const { return m_invert; }
 
   // The input's current line, `text` as it is to be printed (without its
@@ -91,6 +98,7 @@ class LinePrinter {
   std::uint64_t m_before = 0, m_after = 0;
   char const* m_label;  // the name of standard input
   bool m_color = false;
+  bool m_as_text;
   GrepColors m_colors;
   PartsOf m_parts_of;
   bool m_failed = false;

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""grep's everyday options of zelstr grep and zelstr find, against GNU grep.
+"""grep's everyday options of zelstr grep and zelstr find, against GNU grep;
+and the inputs' encodings and binary files.
 
 GNU grep (C locale, -E for zelstr grep, -F for zelstr find) is the oracle:
 seeded random combinations of the options of output (-v -c -l -L -q -m -H
@@ -25,7 +26,10 @@ ENV = dict(os.environ, LC_ALL="C")
 def scripts(folder):
     d = os.path.join(CORPUS, folder)
     paths = sorted(os.path.join(d, f) for f in os.listdir(d) if f.endswith(".sql"))
-    return [p for p in paths if b"\0" not in open(p, "rb").read()]
+    # (UTF-16 scripts and a UTF-8 mark are read as their UTF-8 text, which
+    # GNU grep does not do: the encodings are tested on their own below.)
+    return [p for p in paths if b"\0" not in open(p, "rb").read() and
+            not open(p, "rb").read().startswith(b"\xef\xbb\xbf")]
 
 
 REGEXES = ["SELECT", "select", "customer[a-z]*", "^ *END", "[0-9]+", "'[^']*'", "FROM|JOIN",
@@ -122,6 +126,91 @@ class AgainstGnuGrep(unittest.TestCase):
                              ["-E", "--color=always", *options, "Order(ID|Date)", *paths], colors=colors)
                 self.compare(["find", "--color=auto", *options, "Customer", *paths],
                              ["-F", "--color=auto", *options, "Customer", *paths], colors=colors)
+
+
+def run(*args, stdin=None):
+    return subprocess.run([TOOL, *args], input=stdin, capture_output=True, timeout=60)
+
+
+class Encodings(unittest.TestCase):
+    """UTF-16 with a mark (either order), UTF-8 with a mark and --encoding
+    are decoded before any command sees the text: the results are those of
+    the UTF-8 text, which GNU grep and the tool's own passing of lines give."""
+
+    def setUp(self):
+        self.dir = tempfile.TemporaryDirectory()
+        # Text with characters of 1 to 4 bytes in UTF-8 (a pair of surrogates
+        # in UTF-16), long enough to cross several blocks of reading.
+        rng = random.Random(3)
+        words = ["SELECT", "select", "Größe", "naïve", "€uro", "🙂x", "FROM", "t", "日本"]
+        lines = [" ".join(rng.choice(words) for _ in range(rng.randint(0, 12))) for _ in range(40000)]
+        self.text = ("\n".join(lines) + "\n").encode("utf-8")
+
+    def tearDown(self):
+        self.dir.cleanup()
+
+    def write(self, name, data):
+        path = os.path.join(self.dir.name, name)
+        with open(path, "wb") as f:
+            f.write(data)
+        return path
+
+    def test_utf16_and_marked_utf8_read_as_their_utf8_text(self):
+        text = self.text.decode("utf-8")
+        plain = self.write("plain.sql", self.text)
+        for name, data in (("le.sql", b"\xff\xfe" + text.encode("utf-16-le")),
+                           ("be.sql", b"\xfe\xff" + text.encode("utf-16-be")),
+                           ("bom8.sql", b"\xef\xbb\xbf" + self.text)):
+            path = self.write(name, data)
+            self.assertEqual(self.text, run("grep", "", path).stdout, name)
+            for options in (["-n", "-i", "select"], ["-c", "🙂"], ["-o", "-w", "Größe"], ["-x", "t"]):
+                want = subprocess.run(["grep", *options, plain], capture_output=True, env=ENV).stdout
+                self.assertEqual(want, run("grep", *options, path).stdout, "%s %s" % (name, options))
+                self.assertEqual(want, run("find", *options, path).stdout, "%s %s" % (name, options))
+            self.assertEqual(run("sqlcase", "--upper", plain).stdout, run("sqlcase", "--upper", path).stdout)
+            self.assertEqual(run("findall", "t", plain).stdout, run("findall", "t", path).stdout)
+
+    def test_a_mark_on_the_first_line_is_no_part_of_it(self):
+        path = self.write("bom.sql", b"\xef\xbb\xbfCREATE TABLE t\n")
+        self.assertEqual(b"1:CREATE TABLE t\n", run("grep", "-n", "^CREATE", path).stdout)
+        self.assertEqual(b"0\n", run("grep", "-c", "\xef\xbb\xbf", path).stdout)
+
+    def test_encoding_names_a_decoder(self):
+        path = self.write("cp.sql", "caf\u00e9 \u20ac\n".encode("cp1252"))
+        self.assertEqual("caf\u00e9 \u20ac\n".encode(), run("grep", "--encoding", "windows-1252", "caf", path).stdout)
+        path = self.write("le.sql", "x\u00e9\ny\n".encode("utf-16-le"))  # no mark
+        self.assertEqual("x\u00e9\n".encode(), run("grep", "--encoding=UTF-16LE", "x", path).stdout)
+        self.assertEqual("x\u00e9\n".encode(), run("sqlcase", "--lower", "--encoding", "UTF-16LE", path).stdout[:4])
+        bad = run("grep", "--encoding", "no-such-code", "x", path)
+        self.assertEqual(2, bad.returncode)
+        self.assertRegex(bad.stderr.decode(), r"^zelstr grep: unknown encoding 'no-such-code' \(a converter's name")
+
+
+class BinaryFiles(unittest.TestCase):
+    def test_a_zero_byte_in_the_first_block_makes_a_binary_file(self):
+        with tempfile.TemporaryDirectory() as d:
+            path = os.path.join(d, "b.dat")
+            with open(path, "wb") as f:
+                f.write(b"abc\0def\nxyz\n" + b"line\n" * 100000)
+            self.assertEqual(b"Binary file %s matches\n" % path.encode(), run("grep", "xyz", path).stdout)
+            self.assertEqual(b"Binary file %s matches\n" % path.encode(), run("find", "-v", "q", path).stdout)
+            self.assertEqual(b"Binary file (standard input) matches\n",
+                             run("grep", "def", stdin=open(path, "rb").read()).stdout)
+            for options, want in ((["-c", "def"], b"1\n"), (["-c", "line"], b"100000\n"),
+                                  (["-a", "abc"], b"abc\0def\n"), (["-a", "-c", "def"], b"0\n"),
+                                  (["-l", "xyz"], path.encode() + b"\n"), (["zzz"], b"")):
+                got = run("grep", *options, path)
+                self.assertEqual(want, got.stdout, options)
+                self.assertEqual(1 if want == b"" or want == b"0\n" else 0, got.returncode, options)
+
+    def test_a_zero_byte_past_the_first_block_refuses_the_file(self):
+        with tempfile.TemporaryDirectory() as d:
+            path = os.path.join(d, "late.sql")
+            with open(path, "wb") as f:
+                f.write(b"x\n" * 300000 + b"\0\n")
+            got = run("grep", "-c", "x", path)
+            self.assertEqual(2, got.returncode)
+            self.assertIn(b"binary data (a zero byte at offset 600000)", got.stderr)
 
 
 if __name__ == "__main__":

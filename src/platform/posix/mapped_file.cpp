@@ -10,8 +10,12 @@
 
 namespace zelstr::platform {
 
-MappedFile::~MappedFile() {
+MappedFile::~MappedFile() { close(); }
+
+void MappedFile::close() {
   if (m_data != nullptr) ::munmap(m_data + m_released, m_mapped - m_released);
+  m_data = nullptr;
+  m_size = m_mapped = m_released = 0;
 }
 
 void MappedFile::release(std::size_t offset) {

@@ -10,4 +10,6 @@ bool MappedFile::open(std::FILE*) { return false; }
 
 void MappedFile::release(std::size_t) {}
 
+void MappedFile::close() {}
+
 }  // namespace zelstr::platform
