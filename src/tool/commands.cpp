@@ -57,6 +57,12 @@ constexpr char kLinesFound[] = "0: a line was found; 1: none was";
       {"-A", "NUM", "print NUM lines of context after each selected line"},                    \
       {"-B", "NUM", "print NUM lines of context before each selected line"},                   \
       {"-C", "NUM", "print NUM lines of context before and after each selected line"},          \
+      {"-r", nullptr, "read the files under each directory named (the working one without any)"}, \
+      {"-R", nullptr, "the same, following symbolic links (a link back up the tree is not)"},   \
+      {"--include", "GLOB", "with -r: read only the files whose name matches GLOB (repeatable)"}, \
+      {"--exclude", "GLOB", "skip the files whose name matches GLOB (repeatable)"},             \
+      {"--exclude-dir", "GLOB", "with -r: skip the directories whose name matches GLOB"},       \
+      {"--hidden", nullptr, "with -r: read hidden files and directories too (.git among them)"}, \
       {"--color", "WHEN",                                                                       \
        "mark matches, names and numbers in colour (GREP_COLORS): never, always, or auto (on a " \
        "terminal)"}

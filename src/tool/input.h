@@ -30,6 +30,7 @@
 #include "platform/mapped_file.h"
 #include "platform/text_decoder.h"
 #include "tool/aligned_bytes.h"
+#include "tool/file_walk.h"
 #include "tool/invocation.h"
 
 namespace zelstr::tool {
@@ -242,17 +243,16 @@ class LineLocator {
 };
 
 // Runs `each(input)` on every operand as a file, or on standard input when
-// there are none; an operand "-" is standard input too.
+// there are none; an operand "-" is standard input too.  With -r or -R (for
+// the commands that take them), on the files of the directories named
+// (file_walk.h).  No further input is read once the invocation has found
+// enough (-q).
 template <class Each>
 void for_each_input(Invocation& invocation, std::span<char const* const> names, Each each) {
-  if (names.empty()) {
-    Input in(invocation, "-");
-    each(in);
-    return;
-  }
-  for (char const* name : names) {
+  FileList const files = files_to_read(invocation, names);
+  for (std::string const& name : files.names) {
     if (invocation.enough()) return;
-    Input in(invocation, name);
+    Input in(invocation, name.c_str());
     if (in.ok()) each(in);
   }
 }

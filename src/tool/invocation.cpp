@@ -187,6 +187,10 @@ bool Invocation::check_conflicts() {
   return true;
 }
 
+bool Invocation::declares(char const* name) const {
+  return find_option(m_command, name) != nullptr;
+}
+
 char const* Invocation::value(char const* name) const {
   char const* found = nullptr;
   for (auto const& [option, value] : m_values) {

@@ -35,6 +35,8 @@ class Invocation {
   char const* encoding() const { return m_encoding ? m_encoding->c_str() : nullptr; }
 
   bool flag(char const* name) const { return value(name) != nullptr; }
+  // Whether the command has the option at all.
+  bool declares(char const* name) const;
   // The option's value ("" for a flag given), the last one given wins;
   // nullptr when it was not given.
   char const* value(char const* name) const;

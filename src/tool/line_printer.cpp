@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "platform/binary_stdio.h"
+#include "tool/file_walk.h"
 
 namespace zelstr::tool {
 namespace {
@@ -53,7 +54,7 @@ std::string_view number_text(std::uint64_t n, char (&digits)[24]) {
 
 LinePrinter::LinePrinter(Invocation& inv, std::span<char const* const> names)
     : m_inv(inv),
-      m_with_names(!inv.flag("-h") && (names.size() > 1 || inv.flag("-H"))),
+      m_with_names(names_shown(inv, names)),
       m_numbers(inv.flag("-n")),
       m_parts(inv.flag("-o") || inv.flag("-g")),
       m_invert(inv.flag("-v")),

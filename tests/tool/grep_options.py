@@ -19,7 +19,7 @@ import sys
 import tempfile
 import unittest
 
-TOOL, CORPUS = sys.argv[1], sys.argv[2]
+TOOL, CORPUS = (os.path.abspath(a) for a in sys.argv[1:3])
 ENV = dict(os.environ, LC_ALL="C")
 
 
@@ -211,6 +211,71 @@ class BinaryFiles(unittest.TestCase):
             got = run("grep", "-c", "x", path)
             self.assertEqual(2, got.returncode)
             self.assertIn(b"binary data (a zero byte at offset 600000)", got.stderr)
+
+
+class Trees(unittest.TestCase):
+    """-r and -R against GNU grep -r on a tree of the corpus's scripts (GNU
+    grep walks in the order the system lists a directory, the tool in the
+    order of the names: the lines are compared sorted, and the tool's order
+    checked on its own)."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.dir = tempfile.TemporaryDirectory()
+        root = cls.root = cls.dir.name
+        for i, folder in enumerate(("tsql", "plsql")):
+            for j, path in enumerate(scripts(folder)[:20]):
+                sub = os.path.join(root, folder, "deep" * (j % 3), "s%d" % (j % 4))
+                os.makedirs(sub, exist_ok=True)
+                with open(path, "rb") as f, open(os.path.join(sub, os.path.basename(path)), "wb") as g:
+                    g.write(f.read())
+        for hidden in (".git", ".cache"):
+            os.makedirs(os.path.join(root, "tsql", hidden))
+            with open(os.path.join(root, "tsql", hidden, "x.sql"), "w") as f:
+                f.write("SELECT hidden\n")
+        with open(os.path.join(root, "plsql", ".hidden.sql"), "w") as f:
+            f.write("SELECT hidden\n")
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.dir.cleanup()
+
+    def both(self, args, gnu_extra=(), cwd=None):
+        want = subprocess.run(["grep", "-E", *args, "--exclude=.*", "--exclude-dir=.*", *gnu_extra],
+                              capture_output=True, env=ENV, cwd=cwd or self.root)
+        got = subprocess.run([TOOL, "grep", *args], capture_output=True, cwd=cwd or self.root)
+        self.assertEqual(sorted(want.stdout.splitlines()), sorted(got.stdout.splitlines()), args)
+        self.assertEqual(want.returncode, got.returncode, args)
+        return got.stdout
+
+    def test_the_walk_reads_what_grep_reads_in_the_order_of_names(self):
+        for args in (["-r", "-c", "SELECT"], ["-r", "-n", "-i", "customer", "tsql", "plsql/"],
+                     ["-rl", "FROM"], ["-r", "-L", "FROM", "plsql"], ["-r", "-c", "--include=*.sql", "--exclude=C*", "END"],
+                     ["-r", "-c", "--exclude-dir=s1", "--exclude-dir=deep*", "END"], ["-r", "-h", "-c", "x", "plsql"]):
+            out = self.both(args)
+            names = [line.split(b":")[0] for line in out.splitlines()]
+            keyed = [n.split(b"/") for n in names]
+            if "tsql" not in args and "-h" not in args:  # (operands are read in their order)
+                self.assertEqual(sorted(keyed), keyed, args)  # depth first, names in byte order
+        got = subprocess.run([TOOL, "grep", "-r", "-c", "--hidden", "hidden", "tsql"], capture_output=True, cwd=self.root)
+        self.assertIn(b"tsql/.git/x.sql:1\n", got.stdout)
+        self.assertIn(b"tsql/.cache/x.sql:1\n", got.stdout)
+
+    def test_links_are_followed_with_R_only_and_loops_are_not(self):
+        with tempfile.TemporaryDirectory() as d:
+            os.makedirs(os.path.join(d, "t", "u"))
+            with open(os.path.join(d, "t", "u", "a.sql"), "w") as f:
+                f.write("SELECT 1\n")
+            os.symlink("..", os.path.join(d, "t", "u", "up"))
+            os.symlink(os.path.join(d, "t", "u", "a.sql"), os.path.join(d, "t", "b.sql"))
+            got = subprocess.run([TOOL, "grep", "-r", "-c", "SELECT", "t"], capture_output=True, cwd=d)
+            self.assertEqual(b"t/u/a.sql:1\n", got.stdout)
+            got = subprocess.run([TOOL, "grep", "-R", "-c", "SELECT", "t"], capture_output=True, cwd=d)
+            self.assertEqual(b"t/b.sql:1\nt/u/a.sql:1\n", got.stdout)
+            self.assertEqual(b"zelstr grep: warning: t/u/up: recursive directory loop\n", got.stderr)
+            self.assertEqual(0, got.returncode)
+            got = subprocess.run([TOOL, "find", "-r", "-c", "SELECT"], capture_output=True, cwd=os.path.join(d, "t"))
+            self.assertEqual(b"u/a.sql:1\n", got.stdout)  # the working directory: no "./"
 
 
 if __name__ == "__main__":
