@@ -2,7 +2,9 @@
 // thread ends or the module is unloaded.
 #include "frame/per_thread.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <mutex>
 
 #include "frame/memory.h"
@@ -62,15 +64,22 @@ bool listed(Block const* b) {
 // listed.  Outside the lock: an object's destructor may call the library (a
 // cache releasing its expressions).
 void destroy(Block* b) {
+  // The kinds are read under the lock: another thread may be recording
+  // one (detail::make) meanwhile.
+  detail::SlotKind const* kinds[kSlots];
+  {
+    std::lock_guard<std::mutex> const guard(g_lock);
+    std::copy(std::begin(g_kinds), std::end(g_kinds), kinds);
+  }
   bool const is_static = b == &g_static_block;
   for (int i = 0; i < kSlots; ++i) {
     void* const object = b->objects[i];
     if (object == nullptr) continue;
     b->objects[i] = nullptr;
     if (is_static) {
-      g_kinds[i]->reset(object);
+      kinds[i]->reset(object);
     } else {
-      g_kinds[i]->destroy(object);
+      kinds[i]->destroy(object);
     }
   }
   if (is_static) {

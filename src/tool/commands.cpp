@@ -63,6 +63,9 @@ constexpr char kLinesFound[] = "0: a line was found; 1: none was";
       {"--exclude", "GLOB", "skip the files whose name matches GLOB (repeatable)"},             \
       {"--exclude-dir", "GLOB", "with -r: skip the directories whose name matches GLOB"},       \
       {"--hidden", nullptr, "with -r: read hidden files and directories too (.git among them)"}, \
+      {"-j", "NUM",                                                                             \
+       "read the files on NUM threads (default: the processors the process may use); the "      \
+       "output is the same, in the files' order"},                                              \
       {"--color", "WHEN",                                                                       \
        "mark matches, names and numbers in colour (GREP_COLORS): never, always, or auto (on a " \
        "terminal)"}
@@ -230,7 +233,9 @@ constexpr Option kHideOptions[] = {
 constexpr Command kCommands[] = {
     {"find",
      "[-i|--map DEFINITION] [-w [--word-set SETDEF]|-x] [-v] [-o] [-n] [-c|-l|-L|-q] [-m NUM] "
-     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [--color WHEN] PATTERN [FILE...]",
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [-a] [--color WHEN] "
+     "[-r|-R [--include GLOB] [--exclude GLOB] [--exclude-dir GLOB] [--hidden]] [-j NUM] "
+     "PATTERN [FILE...]",
      "print the lines that contain a string",
      "Prints each line of the files (or of standard input) that contains PATTERN,\n"
      "a plain string, compared byte by byte, without case with -i, or through a\n"
@@ -363,7 +368,8 @@ constexpr Command kCommands[] = {
      run_map},
     {"grep",
      "[-F|-E] [-i] [-w [--word-set SETDEF]|-x] [-v] [-o|-g N] [-n] [-c|-l|-L|-q] [-m NUM] "
-     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [--color WHEN] "
+     "[-A NUM] [-B NUM] [-C NUM] [-H|-h] [-Z] [--label LABEL] [-s] [-a] [--color WHEN] "
+     "[-r|-R [--include GLOB] [--exclude GLOB] [--exclude-dir GLOB] [--hidden]] [-j NUM] "
      "[--code-only [--tsql|--oracle] [--quoted-id]] {PATTERN|-e PATTERN...|-f FILE...} [FILE...]",
      "print the lines that match a regular expression or hold a word",
      "Prints each line of the files (or of standard input) that matches PATTERN, a\n"
@@ -385,6 +391,8 @@ constexpr Command kCommands[] = {
      "groups of lines that do not follow on, and --color with grep's colours\n"
      "(GREP_COLORS: ms, mc, mt, sl, cx, rv, fn, ln, se, ne).  Exit status 2\n"
      "after an error, even when a line was found, unless -q found one.\n"
+     "With -r, a directory stands for the files under it, read in the byte order\n"
+     "of their names, on several threads (-j) with the output of one.\n"
      "With --code-only, each input is read whole and matched as hide shows it\n"
      "(comments and literals hidden; they may span lines), line by line, while\n"
      "the lines and matches printed are those of the input as written.\n",

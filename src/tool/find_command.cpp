@@ -2,8 +2,11 @@
 // string, compared byte by byte, without case or through a character map;
 // with grep's options of output.
 #include <cstring>
+#include <memory>
+#include <span>
 
 #include "tool/input.h"
+#include "tool/input_threads.h"
 #include "tool/line_selection.h"
 #include "tool/text_tools.h"
 #include "zelstr/zelstr.h"
@@ -84,6 +87,67 @@ void each_occurrence(char const* line, std::size_t length, Occurrences const& se
   }
 }
 
+// The reader of find on one thread: its own searches.
+class FindReader {
+ public:
+  FindReader(Invocation& inv, std::span<char const* const> names, char const* pattern, void* map)
+      : m_inv(inv),
+        m_pattern(pattern),
+        m_map(map),
+        m_insensitive(inv.flag("-i")),
+        m_printer(inv, names),
+        m_search(inv, pattern, map),
+        m_strings{pattern, nullptr},
+        m_many(m_strings, m_insensitive ? ZEAL_MANY_ICASE : 0, map),
+        m_by_lines(*pattern == '\0' || may_match_line_end(pattern, map) ||
+                   m_printer.wants_every_line()) {
+    m_printer.parts_by([this](char const* line, std::size_t length, LinePrinter::Each const& each) {
+      each_occurrence(line, length, m_search, each);
+      return true;
+    });
+  }
+
+  void operator()(Input& in) {
+    in.take_zero_bytes(m_printer.zero_bytes());
+    auto const take = hit_line_taker(in, m_printer);
+    bool const numbered = m_inv.flag("-n");
+    if (m_by_lines) {
+      select_each_line(in, m_printer, nullptr, [&](char const* line, std::size_t length) {
+        return m_search.next(line, line + length, line) != nullptr ? 1 : 0;
+      });
+    } else if (m_search.bounded()) {
+      for_each_hit_line(
+          in, numbered,
+          [&](Lines const& lines, char const* from) {
+            return m_search.next(lines.text, lines.text + lines.length, from);
+          },
+          take);
+    } else if (!m_insensitive && m_map == nullptr) {
+      for_each_line_with(in, numbered, m_pattern, take);
+    } else {
+      for_each_hit_line(
+          in, numbered,
+          [&](Lines const& lines, char const* from) {
+            int index;
+            return m_many.Find(lines.text, &index, static_cast<long>(lines.length), from);
+          },
+          take);
+    }
+    m_printer.end_of(in);
+  }
+
+ private:
+  Invocation& m_inv;
+  char const* m_pattern;
+  void* m_map;
+  bool m_insensitive;
+  LinePrinter m_printer;
+  Occurrences const m_search;
+  char const* m_strings[2];
+  CFindManyStrHoary m_many;
+  bool m_by_lines;
+};
+
 }  // namespace
 
 // find [-i|--map DEFINITION] [-w|-x] [-v] [-o] ... PATTERN [FILE...]: a
@@ -91,7 +155,8 @@ void each_occurrence(char const* line, std::size_t length, Occurrences const& se
 // string searched by CFindAllStr's walk, or, ignoring ASCII case or
 // through the map, as the one string of a CFindManyStrHoary); line by line
 // for every line's selection, for an empty pattern (in every line) or one
-// that may match a line end.
+// that may match a line end.  Each thread has a reader of its own; the
+// map is shared, only read.
 int run_find(Invocation& inv) {
   if (inv.operands().empty()) return inv.usage_error("no pattern");
   char const* const pattern = inv.operands()[0];
@@ -99,44 +164,10 @@ int run_find(Invocation& inv) {
   if (map.bad()) return kError;
   char const* const word_set = inv.value("--word-set");
   if (word_set != nullptr && !check_set_definition(inv, word_set)) return kError;
-  bool const insensitive = inv.flag("-i");
-  LinePrinter printer(inv, inv.operands().subspan(1));
-  if (!inv.parsed()) return kError;
-  Occurrences const search(inv, pattern, map.get());
-  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
-    each_occurrence(line, length, search, each);
-    return true;
-  });
-  char const* const strings[] = {pattern, nullptr};
-  CFindManyStrHoary many(strings, insensitive ? ZEAL_MANY_ICASE : 0, map.get());
-  bool const by_lines =
-      *pattern == '\0' || may_match_line_end(pattern, map.get()) || printer.wants_every_line();
-  for_each_input(inv, inv.operands().subspan(1), [&](Input& in) {
-    in.take_zero_bytes(printer.zero_bytes());
-    auto const take = hit_line_taker(in, printer);
-    if (by_lines) {
-      select_each_line(in, printer, nullptr, [&](char const* line, std::size_t length) {
-        return search.next(line, line + length, line) != nullptr ? 1 : 0;
-      });
-    } else if (search.bounded()) {
-      for_each_hit_line(
-          in, inv.flag("-n"),
-          [&](Lines const& lines, char const* from) {
-            return search.next(lines.text, lines.text + lines.length, from);
-          },
-          take);
-    } else if (!insensitive && !map.given()) {
-      for_each_line_with(in, inv.flag("-n"), pattern, take);
-    } else {
-      for_each_hit_line(
-          in, inv.flag("-n"),
-          [&](Lines const& lines, char const* from) {
-            int index;
-            return many.Find(lines.text, &index, static_cast<long>(lines.length), from);
-          },
-          take);
-    }
-    printer.end_of(in);
+  auto const names = inv.operands().subspan(1);
+  if (LinePrinter const checked(inv, names); !inv.parsed()) return kError;
+  for_each_input_on_threads(inv, names, [&] {
+    return std::make_unique<FindReader>(inv, names, pattern, map.get());
   });
   return inv.exit_status();
 }

@@ -56,6 +56,18 @@ bool FixedStrings::gather(Invocation& inv, char const* pattern, std::vector<std:
 bool FixedStrings::read(Invocation& inv, char const* pattern, bool insensitive, bool words,
                         bool overlap, char const* word_set) {
   if (!gather(inv, pattern, m_words, m_from_options)) return false;
+  return prepare(inv, insensitive, words, overlap, word_set);
+}
+
+bool FixedStrings::copy(Invocation& inv, FixedStrings const& other, bool insensitive, bool words,
+                        char const* word_set) {
+  m_words = other.m_words;
+  m_from_options = other.m_from_options;
+  return prepare(inv, insensitive, words, false, word_set);
+}
+
+bool FixedStrings::prepare(Invocation& inv, bool insensitive, bool words, bool overlap,
+                           char const* word_set) {
   m_insensitive = insensitive;
   m_search.reset(new (std::nothrow) CFindManyStrHoary);
   bool added = m_search != nullptr;

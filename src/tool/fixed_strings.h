@@ -28,6 +28,10 @@ class FixedStrings {
   bool read(Invocation& inv, char const* pattern, bool insensitive, bool words,
             bool overlap = false, char const* word_set = nullptr);
 
+  // The same words as `other` read (for another thread), prepared anew.
+  bool copy(Invocation& inv, FixedStrings const& other, bool insensitive, bool words,
+            char const* word_set);
+
   // The words of -e and -f, or the lines of `pattern` (see read), appended
   // to `out`; `from_options` tells which.  False, reported, when a file of
   // words cannot be read.
@@ -68,6 +72,7 @@ class FixedStrings {
 
  private:
   static bool add_file(Invocation& inv, char const* name, std::vector<std::string>& out);
+  bool prepare(Invocation& inv, bool insensitive, bool words, bool overlap, char const* word_set);
 
   std::vector<std::string> m_words;
   std::vector<std::size_t> m_lengths;

@@ -7,12 +7,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "tool/fixed_strings.h"
 #include "tool/input.h"
+#include "tool/input_threads.h"
 #include "tool/line_selection.h"
 #include "tool/sql_code.h"
 #include "tool/text_tools.h"
@@ -157,6 +160,52 @@ bool read_code_options(Invocation& inv, Code& code) {
   return true;
 }
 
+// The reader of grep -F on one thread: its own search of the words.
+class FixedReader {
+ public:
+  FixedReader(Invocation& inv, std::span<char const* const> names, FixedStrings const& words,
+              Code const& code)
+      : m_inv(inv), m_printer(inv, names), m_code(code), m_whole_line(inv.flag("-x")) {
+    m_ready = m_words.copy(inv, words, inv.flag("-i"), inv.flag("-w") && !m_whole_line,
+                           inv.value("--word-set"));
+    m_printer.parts_by([this](char const* line, std::size_t length, LinePrinter::Each const& each) {
+      each_word({line, length}, m_words, m_whole_line, each);
+      return true;
+    });
+  }
+
+  void operator()(Input& in) {
+    if (!m_ready) return;
+    in.take_zero_bytes(m_printer.zero_bytes());
+    // A stretch of lines at a time, unless every line must be seen, the
+    // code must be read whole or a word holds a line end (a line never
+    // does).
+    if (!m_printer.wants_every_line() && !m_code.only && !m_whole_line && !m_words.spans_lines()) {
+      for_each_hit_line(
+          in, m_inv.flag("-n"),
+          [&](Lines const& lines, char const* from) {
+            return m_words.find(lines.text, lines.length, from);
+          },
+          hit_line_taker(in, m_printer));
+    } else if (!m_code.only || m_code.reread(m_inv, in)) {
+      select_each_line(in, m_printer, m_code.only ? m_code.text.data() : nullptr,
+                       [&](char const* line, std::size_t length) {
+                         std::string_view const view(line, length);
+                         return m_whole_line ? m_words.is_line(view) : m_words.in(view);
+                       });
+    }
+    m_printer.end_of(in);
+  }
+
+ private:
+  Invocation& m_inv;
+  FixedStrings m_words;
+  LinePrinter m_printer;
+  Code m_code;
+  bool m_whole_line;
+  bool m_ready = false;
+};
+
 // grep -F: the words of -e and -f, or of PATTERN; -i, -w, -x.
 int run_fixed_grep(Invocation& inv) {
   FixedStrings words;
@@ -170,32 +219,9 @@ int run_fixed_grep(Invocation& inv) {
   auto const names = inv.operands().subspan(words.from_options() ? 0 : 1);
   Code code;
   if (!read_code_options(inv, code)) return kError;
-  LinePrinter printer(inv, names);
-  if (!inv.parsed()) return kError;
-  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
-    each_word({line, length}, words, whole_line, each);
-    return true;
-  });
-  for_each_input(inv, names, [&](Input& in) {
-    in.take_zero_bytes(printer.zero_bytes());
-    // A stretch of lines at a time, unless every line must be seen, the
-    // code must be read whole or a word holds a line end (a line never
-    // does).
-    if (!printer.wants_every_line() && !code.only && !whole_line && !words.spans_lines()) {
-      for_each_hit_line(
-          in, inv.flag("-n"),
-          [&](Lines const& lines, char const* from) {
-            return words.find(lines.text, lines.length, from);
-          },
-          hit_line_taker(in, printer));
-    } else if (!code.only || code.reread(inv, in)) {
-      select_each_line(in, printer, code.only ? code.text.data() : nullptr,
-                       [&](char const* line, std::size_t length) {
-                         std::string_view const view(line, length);
-                         return whole_line ? words.is_line(view) : words.in(view);
-                       });
-    }
-    printer.end_of(in);
+  if (LinePrinter const checked(inv, names); !inv.parsed()) return kError;
+  for_each_input_on_threads(inv, names, [&] {
+    return std::make_unique<FixedReader>(inv, names, words, code);
   });
   return inv.exit_status();
 }
@@ -205,6 +231,75 @@ void report_failure(Invocation& inv, Input const& in) {
   inv.error("%s:%llu: the match failed: %s", in.name(),
             static_cast<unsigned long long>(in.line_number()), Tcl_GetRegError());
 }
+
+// What grep with a regular expression found on the command line, which the
+// readers of every thread share (to read only).
+struct RegexGrep {
+  Combined combined;
+  int group;
+  bool none;   // no pattern: no line matches
+  bool plain;  // one pattern that is a plain string
+  Code code;
+};
+
+// The reader of grep on one thread: its own compiled expression.
+class RegexReader {
+ public:
+  RegexReader(Invocation& inv, std::span<char const* const> names, RegexGrep const& grep)
+      : m_inv(inv),
+        m_grep(grep),
+        m_re(grep.combined.pattern.c_str(), inv.flag("-i")),
+        m_printer(inv, names),
+        m_code(grep.code) {
+    if (grep.none && !m_printer.inverted()) m_printer.selects_nothing();
+    m_printer.parts_by([this](char const* line, std::size_t length, LinePrinter::Each const& each) {
+      return m_grep.none ||
+             each_match(line, length, m_re.get(), m_grep.combined.base, m_grep.group, each);
+    });
+  }
+
+  void operator()(Input& in) {
+    if (m_re.get() == nullptr) {  // memory ran short on this thread
+      report_failure(m_inv, in);
+      return;
+    }
+    in.take_zero_bytes(m_printer.zero_bytes());
+    bool const stretches = !m_printer.wants_every_line() && !m_code.only && !m_grep.none;
+    bool ok = true;
+    if (stretches && m_grep.plain) {
+      // One string: every occurrence of a stretch found in one pass.
+      for_each_line_with(in, m_inv.flag("-n"), m_grep.combined.pattern.c_str(),
+                         hit_line_taker(in, m_printer));
+    } else if (stretches) {
+      // A stretch of lines at a time: the engine finds the lines that
+      // match in one pass; their matches are then found in each alone.
+      for_each_hit_line(
+          in, m_inv.flag("-n"),
+          [&](Lines const&, char const* from) {
+            char const* const line = Tcl_RegExpFindLine(m_re.get(), from);
+            ok = line != nullptr || Tcl_GetRegError() == nullptr;
+            return line;
+          },
+          hit_line_taker(in, m_printer));
+    } else if (!m_code.only || m_code.reread(m_inv, in)) {
+      // Line by line; with --code-only the lines are matched in the hidden
+      // copy of the whole input, and printed from the input as written.
+      ok = select_each_line(in, m_printer, m_code.only ? m_code.text.data() : nullptr,
+                            [&](char* line, std::size_t) {
+                              return m_grep.none ? 0 : Tcl_RegExpMatch(line, m_re.get());
+                            });
+    }
+    if (!ok || m_printer.failed()) report_failure(m_inv, in);
+    m_printer.end_of(in);
+  }
+
+ private:
+  Invocation& m_inv;
+  RegexGrep const& m_grep;
+  Expression m_re;
+  LinePrinter m_printer;
+  Code m_code;
+};
 
 }  // namespace
 
@@ -232,41 +327,13 @@ int run_grep(Invocation& inv) {
   Code code;
   if (!read_code_options(inv, code)) return kError;
   auto const names = inv.operands().subspan(from_options ? 0 : 1);
-  LinePrinter printer(inv, names);
-  if (!inv.parsed()) return kError;
-  if (none && !printer.inverted()) printer.selects_nothing();
-  printer.parts_by([&](char const* line, std::size_t length, LinePrinter::Each const& each) {
-    return none || each_match(line, length, re.get(), combined.base, group, each);
-  });
-  bool const plain = patterns.size() == 1 && combined.base == 0 && !inv.flag("-i") &&
-                     is_plain_string(patterns[0].c_str());
-  for_each_input(inv, names, [&](Input& in) {
-    in.take_zero_bytes(printer.zero_bytes());
-    bool ok = true;
-    if (!printer.wants_every_line() && !code.only && !none && plain) {
-      // One string: every occurrence of a stretch found in one pass.
-      for_each_line_with(in, inv.flag("-n"), patterns[0].c_str(), hit_line_taker(in, printer));
-    } else if (!printer.wants_every_line() && !code.only && !none) {
-      // A stretch of lines at a time: the engine finds the lines that
-      // match in one pass; their matches are then found in each alone.
-      for_each_hit_line(
-          in, inv.flag("-n"),
-          [&](Lines const&, char const* from) {
-            char const* const line = Tcl_RegExpFindLine(re.get(), from);
-            ok = line != nullptr || Tcl_GetRegError() == nullptr;
-            return line;
-          },
-          hit_line_taker(in, printer));
-    } else if (!code.only || code.reread(inv, in)) {
-      // Line by line; with --code-only the lines are matched in the hidden
-      // copy of the whole input, and printed from the input as written.
-      ok = select_each_line(in, printer, code.only ? code.text.data() : nullptr,
-                            [&](char* line, std::size_t) {
-                              return none ? 0 : Tcl_RegExpMatch(line, re.get());
-                            });
-    }
-    if (!ok || printer.failed()) report_failure(inv, in);
-    printer.end_of(in);
+  if (LinePrinter const checked(inv, names); !inv.parsed()) return kError;
+  RegexGrep const grep{combined, group, none,
+                       patterns.size() == 1 && combined.base == 0 && !inv.flag("-i") &&
+                           is_plain_string(patterns[0].c_str()),
+                       code};
+  for_each_input_on_threads(inv, names, [&] {
+    return std::make_unique<RegexReader>(inv, names, grep);
   });
   return inv.exit_status();
 }

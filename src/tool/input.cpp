@@ -349,7 +349,6 @@ void Input::reread(std::string const& text) {
   m_line_end = {};
 }
 
-void write_out(char const* data, std::size_t length) { platform::write_stdout(data, length); }
 
 void write_passed_line(Input const& in, std::string_view text) {
   write_out(text);

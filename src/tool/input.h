@@ -31,6 +31,7 @@
 #include "platform/text_decoder.h"
 #include "tool/aligned_bytes.h"
 #include "tool/file_walk.h"
+#include "tool/output.h"
 #include "tool/invocation.h"
 
 namespace zelstr::tool {
@@ -270,9 +271,6 @@ void for_each_line(Invocation& invocation, std::span<char const* const> names, E
   });
 }
 
-// Writes to standard output.
-void write_out(char const* data, std::size_t length);
-inline void write_out(std::string_view s) { write_out(s.data(), s.size()); }
 
 // A line of `in` that the command changed or passed on whole: with the end
 // the line came with, none for a last line that had none (so that a text

@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 #include <string_view>
 
 #include "errsvc/errsvc.h"
@@ -21,19 +22,23 @@ namespace {
 // when -W asked for it.
 struct WarningState {
   std::string first, last;
-  bool print = false;
 };
 
+// One for the process, locked: grep -j reads inputs on several threads.
+// (What the texts say is read when the command sets out, on one.)
 WarningState& warning_state() {
   static WarningState state;
   return state;
 }
+std::mutex g_warning_lock;
+std::atomic<bool> g_print_warnings{false};
 
 void receive_warning(errsvc::Record const& r) {
+  std::lock_guard<std::mutex> const hold(g_warning_lock);
   WarningState& state = warning_state();
   if (state.first.empty()) state.first = r.text;
   state.last = r.text;
-  if (state.print) {
+  if (g_print_warnings.load(std::memory_order_relaxed)) {
     std::fprintf(stderr, "warning %d (severity %d): %s\n", r.id, r.severity, r.text.c_str());
   }
   // Each record is read here as it comes: the service need not keep it (an
@@ -141,7 +146,7 @@ Invocation::Invocation(Command const& command, std::span<char* const> args) : m_
   }
   take_values(declared);
   if (!take_operands(app.remaining()) || !check_conflicts()) return;
-  warning_state().print = m_warnings;
+  g_print_warnings = m_warnings;
   errsvc::set_sink(receive_warning);
 }
 

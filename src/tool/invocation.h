@@ -3,6 +3,7 @@
 #ifndef ZELSTR_TOOL_INVOCATION_H
 #define ZELSTR_TOOL_INVOCATION_H
 
+#include <atomic>
 #include <cstdarg>
 #include <optional>
 #include <span>
@@ -85,7 +86,8 @@ class Invocation {
   std::vector<char const*> m_operands;
   std::optional<std::string> m_encoding;
   bool m_parsed = true, m_help = false, m_warnings = false;
-  bool m_found = false, m_error = false, m_enough = false;
+  // Set by the threads that read inputs (grep -j).
+  std::atomic<bool> m_found{false}, m_error{false}, m_enough{false};
 };
 
 }  // namespace zelstr::tool

@@ -187,14 +187,19 @@ void LinePrinter::write_line(std::string_view text, char const* matched, bool ma
 
 // With lines of context (even none, when asked for), a line that does not
 // follow the last one shown begins a new group, set apart from the one
-// before (of any input).
+// before; the first group of an input is set apart from the last group of
+// the inputs before it, which the output knows (output.h).
 void LinePrinter::separate(std::uint64_t number) {
   if (!m_grouped) return;
-  if (m_shown_any && (m_last_shown == 0 || number != m_last_shown + 1)) {
-    write_painted(m_colors.separator, "--");
-    write_out("\n");
+  if (m_last_shown == 0 || number != m_last_shown + 1) {
+    std::string const separator =
+        (m_color && !m_colors.separator.empty() ? m_colors.paint(m_colors.separator, "--") : "--") + "\n";
+    if (m_last_shown == 0) {
+      begin_group(separator);
+    } else {
+      write_out(separator);
+    }
   }
-  m_shown_any = true;
   m_last_shown = number;
 }
 

@@ -108,9 +108,6 @@ class LinePrinter {
   std::uint64_t m_after_left = 0;  // lines of context still to print
   std::uint64_t m_last_shown = 0;  // the number of the last line shown, 0 for none
   std::deque<Kept> m_kept;         // at most m_before lines
-  // Over all inputs: whether a group of lines was shown (the next one that
-  // does not follow on is set apart by "--").
-  bool m_shown_any = false;
 };
 
 }  // namespace zelstr::tool

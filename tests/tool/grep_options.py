@@ -10,7 +10,7 @@ must print the same bytes with the same exit status.  The patterns are of
 the syntax both engines read the same way, and their matches are the same
 under leftmost-first and leftmost-longest rules (so that -o agrees).
 
-usage: grep_options.py TOOL CORPUS_DIR
+usage: grep_options.py TOOL CORPUS_DIR [TEST_NAME...]
 """
 import os
 import random
@@ -261,6 +261,18 @@ class Trees(unittest.TestCase):
         self.assertIn(b"tsql/.git/x.sql:1\n", got.stdout)
         self.assertIn(b"tsql/.cache/x.sql:1\n", got.stdout)
 
+    def test_threads_print_what_one_thread_prints(self):
+        rng = random.Random(11)
+        for _ in range(40):
+            options = random_options(rng)
+            pattern = rng.choice(REGEXES)
+            runs = [subprocess.run([TOOL, "grep", "-r", "-j%d" % j, *options, pattern], capture_output=True,
+                                   cwd=self.root, timeout=120) for j in (1, 2, 5)]
+            for run in runs[1:]:
+                self.assertEqual((runs[0].stdout, runs[0].returncode), (run.stdout, run.returncode),
+                                 (options, pattern))
+        self.assertEqual(2, subprocess.run([TOOL, "find", "-j0", "x"], capture_output=True).returncode)
+
     def test_links_are_followed_with_R_only_and_loops_are_not(self):
         with tempfile.TemporaryDirectory() as d:
             os.makedirs(os.path.join(d, "t", "u"))
@@ -279,4 +291,4 @@ class Trees(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=1)
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=1)
