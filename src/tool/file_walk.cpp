@@ -59,29 +59,35 @@ class Walk {
       }
       ancestors.push_back(canonical);
     }
-    std::vector<std::string> names;
+    // The type of an entry comes with its name (no system call for it),
+    // but for a link that -R follows.
+    std::vector<std::pair<std::string, fs::file_type>> names;
     for (fs::directory_iterator it(dir, ec), end; !ec && it != end; it.increment(ec)) {
-      names.push_back(it->path().filename().string());
+      std::error_code type_ec;
+      fs::file_type type = it->is_symlink(type_ec)       ? fs::file_type::symlink
+                           : it->is_directory(type_ec)    ? fs::file_type::directory
+                           : it->is_regular_file(type_ec) ? fs::file_type::regular
+                                                          : fs::file_type::unknown;
+      if (type == fs::file_type::symlink && m_follow) type = it->status(type_ec).type();
+      names.emplace_back(it->path().filename().string(), type);
     }
     if (ec) {
       m_inv.file_error("cannot read directory '%s': %s", shown.empty() ? "." : shown.c_str(),
                        ec.message().c_str());
     }
     std::sort(names.begin(), names.end());
-    for (std::string const& name : names) {
-      entry(dir / name, shown.empty() ? name : shown + "/" + name, name, ancestors);
+    for (auto const& [name, type] : names) {
+      entry(dir / name, shown.empty() ? name : shown + "/" + name, name, type, ancestors);
     }
     if (m_follow) ancestors.pop_back();
   }
 
   void entry(fs::path const& path, std::string const& shown, std::string const& name,
-             std::vector<std::string>& ancestors) {
+             fs::file_type type, std::vector<std::string>& ancestors) {
     if (!m_hidden && name[0] == '.') return;
-    std::error_code ec;
-    fs::file_status const status = m_follow ? fs::status(path, ec) : fs::symlink_status(path, ec);
-    if (fs::is_directory(status)) {
+    if (type == fs::file_type::directory) {
       if (!matches_any(m_exclude_dir, name)) directory(path, shown, ancestors);
-    } else if (fs::is_regular_file(status)) {
+    } else if (type == fs::file_type::regular) {
       if ((m_include.empty() || matches_any(m_include, name)) && !matches_any(m_exclude, name)) {
         m_out.names.push_back(shown);
       }

@@ -27,8 +27,10 @@ char const* display_name(char const* name) {
 
 }  // namespace
 
-Input::Input(Invocation& invocation, char const* name)
-    : m_invocation(invocation), m_name(display_name(name)) {
+Input::Input(Invocation& invocation, char const* name, AlignedBytes* buffer)
+    : m_invocation(invocation),
+      m_name(display_name(name)),
+      m_bytes(buffer != nullptr ? *buffer : m_own_bytes) {
   if (std::strcmp(name, "-") == 0) {
     m_file = stdin;
     return;
@@ -72,24 +74,34 @@ bool Input::fill() {
 
 std::size_t Input::read_more() {
   for (;;) {
-    if (m_started && m_decoder == nullptr) {
+    if (m_decoder == nullptr) {
       m_bytes.reserve(m_end + kRead + 1, m_end);
-      std::size_t const n = std::fread(m_bytes.data() + m_end, 1, kRead, m_file);
+      char* const at = m_bytes.data() + m_end;
+      std::size_t n = std::fread(at, 1, kRead, m_file);
       if (n == 0 && std::ferror(m_file)) report_read_error();
-      return n;
+      // A read that met the end needs no further read to be told so.
+      if (n > 0 && std::feof(m_file)) m_ended = true;
+      if (m_started) return n;
+      // The first read: a byte-order mark, or --encoding, says how to go on.
+      std::size_t const mark = begin_reading(at, n);
+      if (m_failed) return 0;
+      if (m_decoder != nullptr) {
+        m_raw.assign(at + mark, n - mark);  // decoded from here on, these bytes first
+        std::size_t const decoded = decode_into_buffer(m_raw.data(), m_raw.size(), n == 0);
+        if (decoded > 0 || n == 0 || m_failed) return decoded;
+        continue;
+      }
+      std::memmove(at, at + mark, n - mark);
+      if (n - mark > 0 || n == 0) return n - mark;
+      continue;  // a mark alone so far
     }
-    // The first read, or one to decode, goes through m_raw.
     m_raw.resize(kRead);
     std::size_t const got = std::fread(m_raw.data(), 1, kRead, m_file);
     if (got == 0 && std::ferror(m_file)) {
       report_read_error();
       return 0;
     }
-    std::size_t const mark = m_started ? 0 : begin_reading(got);
-    if (m_failed) return 0;
-    std::size_t const n =
-        m_decoder != nullptr ? decode_into_buffer(m_raw.data() + mark, got - mark, got == 0)
-                             : place(m_raw.data() + mark, got - mark);
+    std::size_t const n = decode_into_buffer(m_raw.data(), got, got == 0);
     if (n > 0 || got == 0 || m_failed) return n;
   }
 }
@@ -99,9 +111,9 @@ void Input::report_read_error() {
   m_failed = true;
 }
 
-std::size_t Input::begin_reading(std::size_t n) {
+std::size_t Input::begin_reading(char const* bytes, std::size_t n) {
   m_started = true;
-  auto const* const b = reinterpret_cast<unsigned char const*>(m_raw.data());
+  auto const* const b = reinterpret_cast<unsigned char const*>(bytes);
   char const* name = m_invocation.encoding();
   std::size_t mark = 0;
   if (name == nullptr && n >= 2 && b[0] == 0xFF && b[1] == 0xFE) {
@@ -164,20 +176,25 @@ bool Input::check_zeros(std::size_t n, bool first_block) {
 }
 
 void Input::see_whole(Zeros zeros) {
+  // (A file shorter than a read is read: one read costs less than a map.)
   if (!ok() || m_file == stdin || m_started || m_invocation.encoding() != nullptr ||
-      !m_whole.open(m_file)) {
+      !m_whole.open(m_file, kRead)) {
     return;
   }
-  // A file with a byte-order mark, or a binary one, is read instead.
+  // A file in UTF-16, or a binary one, is read instead; a UTF-8 mark is
+  // passed over (the text's offsets begin after it).
   auto const* const b = reinterpret_cast<unsigned char const*>(m_whole.data());
   std::size_t const size = m_whole.size();
-  bool const marked = (size >= 2 && ((b[0] == 0xFF && b[1] == 0xFE) || (b[0] == 0xFE && b[1] == 0xFF))) ||
-                      (size >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF);
+  bool const utf16 = (b[0] == 0xFF && b[1] == 0xFE) || (b[0] == 0xFE && b[1] == 0xFF);
   bool const binary = m_zero_bytes != ZeroBytes::kRefused &&
                       std::memchr(b, '\0', std::min(size, kRead)) != nullptr;
-  if (marked || binary) {
+  if (utf16 || binary) {
     m_whole.close();
     return;
+  }
+  if (b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+    m_start = m_end = 3;
+    m_offset = std::uint64_t{0} - 3;  // so that the text after the mark is at 0
   }
   m_started = true;
   m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;

@@ -71,8 +71,10 @@ class Input {
   static constexpr std::size_t kGiveBack = 1 << 22;
 
   // `name` is a file, or "-" for standard input.  A file that cannot be
-  // opened is reported on `invocation` (ok() is then false).
-  Input(Invocation& invocation, char const* name);
+  // opened is reported on `invocation` (ok() is then false).  The bytes are
+  // read into `buffer` when one is given (one kept for many inputs saves
+  // the making of a large block for each), else into the input's own.
+  Input(Invocation& invocation, char const* name, AlignedBytes* buffer = nullptr);
   ~Input();
   Input(Input const&) = delete;
   Input& operator=(Input const&) = delete;
@@ -166,7 +168,7 @@ class Input {
   std::size_t read_more();
   // At the first read: the decoder the input's mark or --encoding asks for,
   // and the length of a mark to pass over.
-  std::size_t begin_reading(std::size_t n);
+  std::size_t begin_reading(char const* bytes, std::size_t n);
   std::size_t decode_into_buffer(char const* raw, std::size_t n, bool last);
   // Looks at the zero bytes of the `n` bytes after m_end (see ZeroBytes);
   // false when the input is refused.
@@ -183,7 +185,8 @@ class Input {
   std::FILE* m_file = nullptr;
   bool m_failed = false;
   bool m_ended = false;  // the file gave its last byte: no more reading
-  AlignedBytes m_bytes;
+  AlignedBytes m_own_bytes;
+  AlignedBytes& m_bytes;  // the own ones, or the caller's
   platform::MappedFile m_whole;         // a file seen whole (see see_whole)
   std::size_t m_given_back = 0;         // its bytes before this went back to the system
   bool m_zeros_left_to_search = false;  // see Zeros::kFoundBySearch
@@ -251,9 +254,10 @@ class LineLocator {
 template <class Each>
 void for_each_input(Invocation& invocation, std::span<char const* const> names, Each each) {
   FileList const files = files_to_read(invocation, names);
+  AlignedBytes buffer;  // one for all the inputs
   for (std::string const& name : files.names) {
     if (invocation.enough()) return;
-    Input in(invocation, name.c_str());
+    Input in(invocation, name.c_str(), &buffer);
     if (in.ok()) each(in);
   }
 }

@@ -40,9 +40,10 @@ void for_each_input_on_threads(Invocation& inv, std::span<char const* const> nam
   if (threads == 0) return;
   if (threads == 1) {
     auto reader = make();
+    AlignedBytes buffer;  // one for all the inputs of a thread
     for (std::string const& name : files.names) {
       if (inv.enough()) return;
-      Input in(inv, name.c_str());
+      Input in(inv, name.c_str(), &buffer);
       if (in.ok()) (*reader)(in);
     }
     return;
@@ -51,10 +52,11 @@ void for_each_input_on_threads(Invocation& inv, std::span<char const* const> nam
   std::atomic<std::size_t> next{0};
   auto work = [&] {
     auto reader = make();
+    AlignedBytes buffer;
     for (std::size_t i; (i = next.fetch_add(1)) < n;) {
       output.begin(i);
       if (!inv.enough()) {
-        Input in(inv, files.names[i].c_str());
+        Input in(inv, files.names[i].c_str(), &buffer);
         if (in.ok()) (*reader)(in);
       }
       output.end();

@@ -25,10 +25,11 @@ void MappedFile::release(std::size_t offset) {
   m_released = before;
 }
 
-bool MappedFile::open(std::FILE* file) {
+bool MappedFile::open(std::FILE* file, std::size_t least) {
   int const fd = ::fileno(file);
   struct stat st {};
   if (fd < 0 || ::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_size <= 0 ||
+      static_cast<std::uintmax_t>(st.st_size) < least ||
       static_cast<std::uintmax_t>(st.st_size) >= SIZE_MAX / 2) {
     return false;
   }

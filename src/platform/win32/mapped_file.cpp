@@ -6,7 +6,7 @@ namespace zelstr::platform {
 
 MappedFile::~MappedFile() = default;
 
-bool MappedFile::open(std::FILE*) { return false; }
+bool MappedFile::open(std::FILE*, std::size_t) { return false; }
 
 void MappedFile::release(std::size_t) {}
 
