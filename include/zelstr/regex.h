@@ -73,9 +73,9 @@ struct Tcl_Interp {
 ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) noexcept;
 ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp* interp, char const* pattern) noexcept;
 // The same, ignoring the case of ASCII letters: each letter of the pattern,
-// alone, escaped or in a bracket list, stands for both its cases ("[^a]"
-// refuses 'A' too; a range "A-Z" takes a-z as well).  Other bytes, '.' and
-// the named classes are as they are.  The expression is the pattern with
+// alone, escaped or in a bracket list (named classes too), stands for both
+// its cases ("[^a]" refuses 'A' too; "A-Z" and "[:upper:]" take a-z as
+// well).  Other bytes and '.' are as they are.  The expression is the pattern with
 // each letter made a list of its two cases, and matches, groups and ranges
 // follow from that; nothing of the subject is copied or changed.
 ZELSTR_API Tcl_RegExp_* Tcl_RegExpCompileNoCase(char const* pattern) noexcept;
