@@ -213,7 +213,9 @@ def corpus_texts(folder):
         with open(os.path.join(d, f), "rb") as fh:
             raw = fh.read()
         if b"\0" in raw:
-            continue  # UTF-16: not 8-bit text, which the tool refuses
+            continue  # UTF-16: the tool decodes it; sqlparse is given 8-bit text here
+        if raw.startswith(b"\xef\xbb\xbf"):
+            raw = raw[3:]  # a UTF-8 mark is no part of the text the tool reads
         yield f, raw.decode("latin-1")
 
 
