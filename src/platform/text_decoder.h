@@ -23,7 +23,8 @@ class TextDecoder {
   // Appends the UTF-8 of `piece`, the next bytes of the text, to `out`.
   // The bytes of a character cut at the piece's end wait for the next
   // piece; with `last` (the text ends there) they are decoded as a bad
-  // sequence.  Bad sequences become U+FFFD.  False when memory runs out.
+  // sequence.  Bad sequences become the encoding's substitute (U+FFFD from
+  // UTF-16).  False when memory runs out.
   virtual bool decode(std::string_view piece, bool last, std::string& out) = 0;
 };
 

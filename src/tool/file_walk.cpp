@@ -2,6 +2,7 @@
 #include "tool/file_walk.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -23,27 +24,38 @@ class Walk {
         m_exclude(inv.values("--exclude")),
         m_exclude_dir(inv.values("--exclude-dir")) {}
 
-  // An operand: a directory is walked, anything else is read as named
-  // (unless --exclude drops it).
+  // An operand: a directory is walked (unless --exclude-dir drops it),
+  // anything else is read as named (unless --include or --exclude drop it).
   void operand(std::string const& name, std::string const& shown_prefix) {
     std::error_code ec;
     if (fs::is_directory(fs::path(name), ec)) {
+      if (matches_any(m_exclude_dir, shown_prefix)) return;
       m_out.walked = true;
       std::vector<std::string> ancestors;
       directory(fs::path(name), shown_prefix, ancestors);
       return;
     }
-    if (!matches_any(m_exclude, base_name(name))) m_out.names.push_back(name);
+    if (chosen(m_include, m_exclude, name)) m_out.names.push_back(name);
+  }
+
+  // Whether the file `name` is to be read: --include and --exclude.
+  static bool chosen(std::vector<char const*> const& include,
+                     std::vector<char const*> const& exclude, std::string const& name) {
+    return (include.empty() || matches_any(include, name)) && !matches_any(exclude, name);
   }
 
  private:
-  static std::string base_name(std::string const& name) {
-    std::size_t const slash = name.find_last_of("/\\");
-    return slash == std::string::npos ? name : name.substr(slash + 1);
-  }
+  // Whether a pattern matches the name, or what follows one of its '/'
+  // (as grep matches a name it is given: "a/*.sql" matches "tree/a/x.sql";
+  // the names the walk finds are matched alone).
   static bool matches_any(std::vector<char const*> const& globs, std::string const& name) {
-    return std::any_of(globs.begin(), globs.end(),
-                       [&](char const* glob) { return _zstrmatch(name.c_str(), glob) == 1; });
+    return std::any_of(globs.begin(), globs.end(), [&](char const* glob) {
+      for (std::size_t from = 0;; ++from) {
+        if (_zstrmatch(name.c_str() + from, glob) == 1) return true;
+        from = name.find('/', from);
+        if (from == std::string::npos) return false;
+      }
+    });
   }
 
   // `shown` is the directory's name as printed ("" for the working
@@ -77,7 +89,11 @@ class Walk {
     }
     std::sort(names.begin(), names.end());
     for (auto const& [name, type] : names) {
-      entry(dir / name, shown.empty() ? name : shown + "/" + name, name, type, ancestors);
+      // (A file named "-" in the working directory is no standard input.)
+      std::string const path = shown.empty()         ? (name == "-" ? "./-" : name)
+                               : shown.back() == '/' ? shown + name
+                                                     : shown + "/" + name;
+      entry(dir / name, path, name, type, ancestors);
     }
     if (m_follow) ancestors.pop_back();
   }
@@ -87,10 +103,10 @@ class Walk {
     if (!m_hidden && name[0] == '.') return;
     if (type == fs::file_type::directory) {
       if (!matches_any(m_exclude_dir, name)) directory(path, shown, ancestors);
-    } else if (type == fs::file_type::regular) {
-      if ((m_include.empty() || matches_any(m_include, name)) && !matches_any(m_exclude, name)) {
-        m_out.names.push_back(shown);
-      }
+    } else if (type == fs::file_type::regular ||
+               (m_follow && type == fs::file_type::not_found)) {
+      // (A link -R follows to nothing is read, to be reported as missing.)
+      if (chosen(m_include, m_exclude, name)) m_out.names.push_back(shown);
     }  // links (with -r), devices, pipes and sockets are passed over
   }
 
@@ -117,8 +133,12 @@ bool names_shown(Invocation& inv, std::span<char const* const> operands) {
 FileList files_to_read(Invocation& inv, std::span<char const* const> operands) {
   FileList list;
   if (!walks(inv)) {
-    list.names.assign(operands.begin(), operands.end());
-    if (list.names.empty()) list.names.emplace_back("-");
+    // --include and --exclude choose among the files named too.
+    std::vector<char const*> const include = inv.values("--include"), exclude = inv.values("--exclude");
+    for (char const* name : operands) {
+      if (std::strcmp(name, "-") == 0 || Walk::chosen(include, exclude, name)) list.names.emplace_back(name);
+    }
+    if (operands.empty()) list.names.emplace_back("-");
     return list;
   }
   Walk walk(inv, list);

@@ -87,7 +87,8 @@ std::size_t Input::read_more() {
       if (m_failed) return 0;
       if (m_decoder != nullptr) {
         m_raw.assign(at + mark, n - mark);  // decoded from here on, these bytes first
-        std::size_t const decoded = decode_into_buffer(m_raw.data(), m_raw.size(), n == 0);
+        std::size_t const decoded =
+            decode_into_buffer(m_raw.data(), m_raw.size(), n == 0 || m_ended);
         if (decoded > 0 || n == 0 || m_failed) return decoded;
         continue;
       }

@@ -172,7 +172,7 @@ void LinePrinter::write_line(std::string_view text, char const* matched, bool ma
   std::string_view const match_sgr =
       separator == ':' ? m_colors.selected_match : m_colors.context_match;
   std::size_t done = 0;
-  if (marked) {
+  if (marked && !match_sgr.empty()) {  // (matches of no colour are the line's)
     bool const ok = m_parts_of(matched, text.size(), [&](std::size_t offset, std::size_t length) {
       if (length == 0 || offset < done) return;
       write_out(m_colors.start(line_sgr));

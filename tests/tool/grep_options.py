@@ -120,7 +120,8 @@ class AgainstGnuGrep(unittest.TestCase):
 
     def test_colours_of_grep_colors(self):
         paths = scripts("tsql")[2:4]
-        for colors in ("mt=01;32", "ms=4:mc=5:fn=1:ln=33:se=", "ne", "fn=:ln=", "sl=1:cx=2:rv:ms=7"):
+        for colors in ("mt=01;32", "ms=4:mc=5:fn=1:ln=33:se=", "ne", "fn=:ln=", "sl=1:cx=2:rv:ms=7",
+                       "sl=1:cx=2:mt="):
             for options in (["-n", "-H"], ["-o", "-n"], ["-v", "-C", "1"], ["-c"], ["-l"], ["-Z", "-A1"]):
                 self.compare(["grep", "--color=always", *options, "Order(ID|Date)", *paths],
                              ["-E", "--color=always", *options, "Order(ID|Date)", *paths], colors=colors)
@@ -169,6 +170,10 @@ class Encodings(unittest.TestCase):
                 self.assertEqual(want, run("find", *options, path).stdout, "%s %s" % (name, options))
             self.assertEqual(run("sqlcase", "--upper", plain).stdout, run("sqlcase", "--upper", path).stdout)
             self.assertEqual(run("findall", "t", plain).stdout, run("findall", "t", path).stdout)
+
+    def test_a_character_cut_at_the_end_of_a_short_file_is_decoded(self):
+        path = self.write("odd.sql", b"\xff\xfeo\x00k\x00\n\x00X")  # a last byte alone
+        self.assertEqual("ok\n\ufffd\n".encode(), run("grep", "", path).stdout)
 
     def test_a_mark_on_the_first_line_is_no_part_of_it(self):
         path = self.write("bom.sql", b"\xef\xbb\xbfCREATE TABLE t\n")
@@ -273,6 +278,22 @@ class Trees(unittest.TestCase):
                                  (options, pattern))
         self.assertEqual(2, subprocess.run([TOOL, "find", "-j0", "x"], capture_output=True).returncode)
 
+    def test_patterns_choose_named_files_and_directories_too(self):
+        with tempfile.TemporaryDirectory() as d:
+            os.makedirs(os.path.join(d, "t", "a"))
+            for name in ("t/a/x.sql", "f1", "-"):
+                with open(os.path.join(d, name), "w") as f:
+                    f.write("foo\n")
+            for args in (["--exclude=*.sql", "foo", "t/a/x.sql", "f1"], ["-r", "--include=*.txt", "foo", "t/a/x.sql", "f1"],
+                         ["-r", "--exclude-dir=a", "foo", "t/a"], ["-r", "--exclude=a/*.sql", "foo", "t/a/x.sql", "f1"],
+                         ["-r", "--exclude=a/*.sql", "foo", "t"], ["-r", "-c", "foo", "t/"]):
+                want = subprocess.run(["grep", *args], capture_output=True, env=ENV, cwd=d)
+                got = subprocess.run([TOOL, "grep", *args], capture_output=True, cwd=d)
+                self.assertEqual((want.stdout, want.returncode), (got.stdout, got.returncode), args)
+            # A file named "-" found in the walk is no standard input.
+            got = subprocess.run([TOOL, "grep", "-r", "-c", "foo"], input=b"foo\n", capture_output=True, cwd=d)
+            self.assertEqual(b"./-:1\nf1:1\nt/a/x.sql:1\n", got.stdout)
+
     def test_links_are_followed_with_R_only_and_loops_are_not(self):
         with tempfile.TemporaryDirectory() as d:
             os.makedirs(os.path.join(d, "t", "u"))
@@ -288,6 +309,11 @@ class Trees(unittest.TestCase):
             self.assertEqual(0, got.returncode)
             got = subprocess.run([TOOL, "find", "-r", "-c", "SELECT"], capture_output=True, cwd=os.path.join(d, "t"))
             self.assertEqual(b"u/a.sql:1\n", got.stdout)  # the working directory: no "./"
+            # A link -R follows to nothing is a missing file, as for grep.
+            os.symlink("nowhere", os.path.join(d, "t", "dangling"))
+            got = subprocess.run([TOOL, "grep", "-R", "-c", "SELECT", "t"], capture_output=True, cwd=d)
+            self.assertEqual(2, got.returncode)
+            self.assertIn(b"zelstr grep: cannot open 't/dangling': No such file or directory\n", got.stderr)
 
 
 if __name__ == "__main__":
