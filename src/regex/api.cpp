@@ -105,26 +105,25 @@ class RestoredByte {
   char m_saved;
 };
 
+// Both compiles: the pattern checked, its attached text split off.
+Tcl_RegExp_* compile_pattern(char const* pattern, bool fold_case) {
+  clear_error();
+  if (pattern == nullptr) {
+    set_error(msg::kReNullPattern);
+    return nullptr;
+  }
+  SplitPattern const split(pattern);
+  return compile(split.pattern(), split.attached(), fold_case);
+}
+
 }  // namespace
 
 Tcl_RegExp_* Tcl_RegExpCompile(char const* pattern) noexcept {
-  clear_error();
-  if (pattern == nullptr) {
-    set_error(msg::kReNullPattern);
-    return nullptr;
-  }
-  SplitPattern const split(pattern);
-  return compile(split.pattern(), split.attached());
+  return compile_pattern(pattern, false);
 }
 
 Tcl_RegExp_* Tcl_RegExpCompileNoCase(char const* pattern) noexcept {
-  clear_error();
-  if (pattern == nullptr) {
-    set_error(msg::kReNullPattern);
-    return nullptr;
-  }
-  SplitPattern const split(pattern);
-  return compile(split.pattern(), split.attached(), true);
+  return compile_pattern(pattern, true);
 }
 
 Tcl_RegExp_* Tcl_RegExpCompile(Tcl_Interp*, char const* pattern) noexcept {

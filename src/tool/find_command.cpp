@@ -1,6 +1,7 @@
 // find_command.cpp - the find subcommand: the lines that hold a plain
 // string, compared byte by byte, without case or through a character map;
 // with grep's options of output.
+#include <array>
 #include <cstring>
 #include <memory>
 #include <span>
@@ -24,15 +25,8 @@ class Occurrences {
         m_map(map),
         m_insensitive(inv.flag("-i")),
         m_whole_line(inv.flag("-x")),
-        m_words(inv.flag("-w") && !m_whole_line) {
-    char const* const set = inv.value("--word-set");
-    for (int c = 1; c < 256; ++c) {
-      char const one[] = {static_cast<char>(c), '\0'};
-      m_word[c] = set != nullptr ? _zstrspnex(one, set) == 1
-                                 : (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') ||
-                                       (c >= 'a' && c <= 'z') || c == '_';
-    }
-  }
+        m_words(inv.flag("-w") && !m_whole_line),
+        m_word(set_members(inv.value("--word-set"))) {}
 
   bool bounded() const { return m_words || m_whole_line; }
   std::size_t length() const { return m_length; }
@@ -72,7 +66,7 @@ class Occurrences {
   std::size_t m_length;
   void* m_map;
   bool m_insensitive, m_whole_line, m_words;
-  bool m_word[256] = {};
+  std::array<bool, 256> m_word;
 };
 
 // The parts of a line (zero-terminated at `length`): the occurrences that

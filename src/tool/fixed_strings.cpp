@@ -8,13 +8,11 @@
 
 #include "tool/input.h"
 #include "tool/out_of_memory.h"
+#include "tool/text_tools.h"
 #include "zelstr/compare.h"
 
 namespace zelstr::tool {
 namespace {
-
-// grep's word constituents.
-constexpr char kWordCharacters[] = "[A-Za-z0-9_]";
 
 // Appends the lines of `text` (a last line without its end, and a CR before
 // an LF, are lines as grep reads them).

@@ -1,6 +1,8 @@
 // grep_colors.cpp - reading GREP_COLORS, and text in a colour.
 #include "tool/grep_colors.h"
 
+#include <utility>
+
 namespace zelstr::tool {
 
 void GrepColors::read(char const* grep_colors) {
@@ -19,22 +21,15 @@ void GrepColors::read(char const* grep_colors) {
     }
     std::string const value(item.substr(equals + 1));
     if (value.find_first_not_of("0123456789;") != std::string::npos) return;  // as grep: the rest is not read
-    if (name == "mt") {
-      selected_match = context_match = value;
-    } else if (name == "ms") {
-      selected_match = value;
-    } else if (name == "mc") {
-      context_match = value;
-    } else if (name == "fn") {
-      file_name = value;
-    } else if (name == "ln") {
-      line_number = value;
-    } else if (name == "se") {
-      separator = value;
-    } else if (name == "sl") {
-      selected_line = value;
-    } else if (name == "cx") {
-      context_line = value;
+    if (name == "mt") selected_match = context_match = value;
+    for (auto const& [key, colour] : {std::pair<char const*, std::string*>{"ms", &selected_match},
+                                      {"mc", &context_match},
+                                      {"fn", &file_name},
+                                      {"ln", &line_number},
+                                      {"se", &separator},
+                                      {"sl", &selected_line},
+                                      {"cx", &context_line}}) {
+      if (name == key) *colour = value;
     }
   }
 }

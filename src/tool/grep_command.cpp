@@ -4,6 +4,7 @@
 // stretch at a time where only the matching ones are printed, else read
 // one at a time; with --code-only, matched in the input's code, read whole
 // with its comments and literals hidden.
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -36,11 +37,11 @@ struct Combined {
 // characters of words): ']' first, '[' and '-' last, where they are
 // literal and begin no class or range.
 std::string non_word_list(char const* setdef) {
+  std::array<bool, 256> const word = set_members(setdef);
   std::string members, tail;
   bool close = false;
   for (int c = 1; c < 256; ++c) {
-    char const one[] = {static_cast<char>(c), '\0'};
-    if (_zstrspnex(one, setdef) != 1) continue;
+    if (!word[c]) continue;
     if (c == ']') {
       close = true;
     } else if (c == '[' || c == '-') {
@@ -315,7 +316,7 @@ int run_grep(Invocation& inv) {
   if (none) patterns.emplace_back("x");
   char const* const word_set = inv.value("--word-set");
   if (word_set != nullptr && !check_set_definition(inv, word_set)) return kError;
-  Combined const combined = combine(inv, patterns, word_set != nullptr ? word_set : "[A-Za-z0-9_]");
+  Combined const combined = combine(inv, patterns, word_set);
   Expression const re(combined.pattern.c_str(), inv.flag("-i"));
   if (re.get() == nullptr) {
     inv.error("bad pattern '%s': %s", from_options ? combined.pattern.c_str() : operand,

@@ -21,6 +21,21 @@ char const* last_of(char const* from, std::size_t n, char c) {
   return nullptr;
 }
 
+// The byte-order mark the `n` bytes at `bytes` begin with: the encoding it
+// names (NULL for UTF-8, which needs no decoding) and its length; 0 for
+// none.
+struct Mark {
+  char const* encoding;
+  std::size_t length;
+};
+Mark byte_order_mark(char const* bytes, std::size_t n) {
+  auto const* const b = reinterpret_cast<unsigned char const*>(bytes);
+  if (n >= 2 && b[0] == 0xFF && b[1] == 0xFE) return {"UTF-16LE", 2};
+  if (n >= 2 && b[0] == 0xFE && b[1] == 0xFF) return {"UTF-16BE", 2};
+  if (n >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) return {nullptr, 3};
+  return {nullptr, 0};
+}
+
 char const* display_name(char const* name) {
   return std::strcmp(name, "-") == 0 ? "(standard input)" : name;
 }
@@ -114,25 +129,16 @@ void Input::report_read_error() {
 
 std::size_t Input::begin_reading(char const* bytes, std::size_t n) {
   m_started = true;
-  auto const* const b = reinterpret_cast<unsigned char const*>(bytes);
-  char const* name = m_invocation.encoding();
-  std::size_t mark = 0;
-  if (name == nullptr && n >= 2 && b[0] == 0xFF && b[1] == 0xFE) {
-    name = "UTF-16LE";
-    mark = 2;
-  } else if (name == nullptr && n >= 2 && b[0] == 0xFE && b[1] == 0xFF) {
-    name = "UTF-16BE";
-    mark = 2;
-  } else if (name == nullptr && n >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
-    return 3;
-  }
-  if (name == nullptr) return 0;
+  Mark const mark = m_invocation.encoding() != nullptr ? Mark{m_invocation.encoding(), 0}
+                                                       : byte_order_mark(bytes, n);
+  char const* const name = mark.encoding;
+  if (name == nullptr) return mark.length;
   m_decoder = platform::TextDecoder::open(name);
   if (m_decoder == nullptr) {
     m_invocation.error("%s: cannot decode %s", m_name, name);
     m_failed = true;
   }
-  return mark;
+  return mark.length;
 }
 
 std::size_t Input::decode_into_buffer(char const* raw, std::size_t n, bool last) {
@@ -184,19 +190,15 @@ void Input::see_whole(Zeros zeros) {
   }
   // A file in UTF-16, or a binary one, is read instead; a UTF-8 mark is
   // passed over (the text's offsets begin after it).
-  auto const* const b = reinterpret_cast<unsigned char const*>(m_whole.data());
-  std::size_t const size = m_whole.size();
-  bool const utf16 = (b[0] == 0xFF && b[1] == 0xFE) || (b[0] == 0xFE && b[1] == 0xFF);
+  Mark const mark = byte_order_mark(m_whole.data(), m_whole.size());
   bool const binary = m_zero_bytes != ZeroBytes::kRefused &&
-                      std::memchr(b, '\0', std::min(size, kRead)) != nullptr;
-  if (utf16 || binary) {
+                      std::memchr(m_whole.data(), '\0', std::min(m_whole.size(), kRead)) != nullptr;
+  if (mark.encoding != nullptr || binary) {
     m_whole.close();
     return;
   }
-  if (b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
-    m_start = m_end = 3;
-    m_offset = std::uint64_t{0} - 3;  // so that the text after the mark is at 0
-  }
+  m_start = m_end = mark.length;
+  m_offset = std::uint64_t{0} - mark.length;  // so that the text after a mark is at 0
   m_started = true;
   m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
 }

@@ -250,16 +250,20 @@ class LineLocator {
 // there are none; an operand "-" is standard input too.  With -r or -R (for
 // the commands that take them), on the files of the directories named
 // (file_walk.h).  No further input is read once the invocation has found
-// enough (-q).
+// enough (-q).  read_each does the same on files already listed.
 template <class Each>
-void for_each_input(Invocation& invocation, std::span<char const* const> names, Each each) {
-  FileList const files = files_to_read(invocation, names);
+void read_each(Invocation& invocation, FileList const& files, Each each) {
   AlignedBytes buffer;  // one for all the inputs
   for (std::string const& name : files.names) {
     if (invocation.enough()) return;
     Input in(invocation, name.c_str(), &buffer);
     if (in.ok()) each(in);
   }
+}
+
+template <class Each>
+void for_each_input(Invocation& invocation, std::span<char const* const> names, Each each) {
+  read_each(invocation, files_to_read(invocation, names), each);
 }
 
 // Runs `each(input, line, length)` on every line of every input (see

@@ -40,12 +40,7 @@ void for_each_input_on_threads(Invocation& inv, std::span<char const* const> nam
   if (threads == 0) return;
   if (threads == 1) {
     auto reader = make();
-    AlignedBytes buffer;  // one for all the inputs of a thread
-    for (std::string const& name : files.names) {
-      if (inv.enough()) return;
-      Input in(inv, name.c_str(), &buffer);
-      if (in.ok()) (*reader)(in);
-    }
+    read_each(inv, files, [&reader](Input& in) { (*reader)(in); });
     return;
   }
   OrderedOutput output(n);

@@ -102,7 +102,7 @@ bool LinePrinter::select(Input const& in, std::string_view text, char const* mat
   if (in.binary()) {
     // As grep has it: the lines of a binary file are not printed.
     write_out("Binary file ");
-    write_out(m_label != nullptr && in.is_standard_input() ? std::string_view(m_label) : in.name());
+    write_out(name_of(in));
     write_out(" matches\n");
     return false;
   }
@@ -205,14 +205,7 @@ void LinePrinter::separate(std::uint64_t number) {
 
 void LinePrinter::prefix(Input const& in, std::uint64_t number, char separator) {
   std::string_view const mark(&separator, 1);
-  if (m_with_names) {
-    write_name(in);
-    if (m_null) {
-      write_out(std::string_view("\0", 1));
-    } else {
-      write_painted(m_colors.separator, mark);
-    }
-  }
+  if (m_with_names) write_name(in, mark);
   if (m_numbers) {
     char digits[24];
     write_painted(m_colors.line_number, number_text(number, digits));
@@ -220,9 +213,18 @@ void LinePrinter::prefix(Input const& in, std::uint64_t number, char separator) 
   }
 }
 
-void LinePrinter::write_name(Input const& in) {
-  bool const labelled = m_label != nullptr && in.is_standard_input();
-  write_painted(m_colors.file_name, labelled ? std::string_view(m_label) : in.name());
+std::string_view LinePrinter::name_of(Input const& in) const {
+  return m_label != nullptr && in.is_standard_input() ? std::string_view(m_label) : in.name();
+}
+
+// The input's name, then `after` (a zero byte instead with -Z).
+void LinePrinter::write_name(Input const& in, std::string_view after) {
+  write_painted(m_colors.file_name, name_of(in));
+  if (m_null) {
+    write_out(std::string_view("\0", 1));
+  } else {
+    write_painted(after == "\n" ? std::string_view() : m_colors.separator, after);
+  }
 }
 
 void LinePrinter::write_painted(std::string_view sgr, std::string_view text) {
@@ -238,17 +240,9 @@ void LinePrinter::end_of(Input const& in) {
   if (m_quiet) {
     // nothing is printed
   } else if (listed) {
-    write_name(in);
-    write_out(m_null ? std::string_view("\0", 1) : std::string_view("\n"));
+    write_name(in, "\n");
   } else if (m_count_only && !m_list && !m_list_unmatched && !m_nothing) {
-    if (m_with_names) {
-      write_name(in);
-      if (m_null) {
-        write_out(std::string_view("\0", 1));
-      } else {
-        write_painted(m_colors.separator, ":");
-      }
-    }
+    if (m_with_names) write_name(in, ":");
     char digits[24];
     write_out(number_text(m_count, digits));
     write_out("\n");

@@ -85,7 +85,8 @@ class LinePrinter {
   void write_line(std::string_view text, char const* matched, bool marked, char separator);
   void separate(std::uint64_t number);
   void prefix(Input const& in, std::uint64_t number, char separator);
-  void write_name(Input const& in);
+  std::string_view name_of(Input const& in) const;
+  void write_name(Input const& in, std::string_view after);
   void write_painted(std::string_view sgr, std::string_view text);
 
   Invocation& m_inv;

@@ -54,6 +54,15 @@ bool may_match_line_end(char const* pattern, void const* map) {
   return false;
 }
 
+std::array<bool, 256> set_members(char const* setdef) {
+  std::array<bool, 256> members{};
+  for (int c = 1; c < 256; ++c) {
+    char const one[] = {static_cast<char>(c), '\0'};
+    members[c] = _zstrspnex(one, setdef != nullptr ? setdef : kWordCharacters) == 1;
+  }
+  return members;
+}
+
 bool check_set_definition(Invocation& inv, char const* setdef) {
   inv.clear_warning();
   _zstrspnex("x", setdef);

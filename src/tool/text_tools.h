@@ -4,6 +4,7 @@
 #ifndef ZELSTR_TOOL_TEXT_TOOLS_H
 #define ZELSTR_TOOL_TEXT_TOOLS_H
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -59,6 +60,13 @@ class Expression {
 // table of 256 bytes, or as it is): such a pattern is matched line by line,
 // where no line holds its end.
 bool may_match_line_end(char const* pattern, void const* map);
+
+// grep's word characters, as a set definition: letters, digits and _.
+inline constexpr char kWordCharacters[] = "[A-Za-z0-9_]";
+
+// Which bytes are members of the set `setdef` (NULL: kWordCharacters), a
+// table indexed by the byte; the zero byte is never one.
+std::array<bool, 256> set_members(char const* setdef);
 
 // A set definition given to an option or as an operand, checked before any
 // input is read: false, with the library's reason, when it is refused.
