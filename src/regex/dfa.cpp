@@ -6,6 +6,7 @@
 #include <map>
 
 #include "regex/hints.h"
+#include "regex/literal_set.h"
 #include "regex/nfa.h"
 #include "regex/program.h"
 #include "regex/record.h"
@@ -45,13 +46,16 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     }
     // A short list without the terminator is searched for by the C library.
     if (re->first_bytes.has(0) || first_count > kShortFirstList) m_first_list.clear();
-    chain_literals(re, m_prefix, m_required);
-    if (m_prefix.size() < 2) m_prefix.clear();
-    // The prefix is found by the jumps, and a literal the hints require is
+    // Beginnings are found by the jumps, and a literal the hints require is
     // looked for before the automata run: no second search for either.
-    if (m_required == m_prefix || re->must != nullptr) m_required.clear();
+    LiteralSet const literals = required_literals(re);
+    if (literals.prefix) {
+      m_beginnings.prepare(literals);
+    } else if (re->must == nullptr) {
+      m_required.prepare(literals);
+    }
     m_can_skip = !re->anchored && re->first_bytes_known &&
-                 (first_count <= kMostFirstBytes || !m_prefix.empty());
+                 (first_count <= kMostFirstBytes || m_beginnings.active());
   }
   build_classes();
   for (std::uint32_t pc = 0; pc < nfa.size(); ++pc) m_tests_start |= nfa[pc].kind == Inst::kBol;
@@ -290,21 +294,14 @@ bool Dfa::matches_at_end(StateId state, bool at_start) {
 }
 
 // Forward, from a state with nothing under way at `p`: the next position
-// where a match can start, or NULL when none can.
-// `any_first` tells whether a byte a match can begin with was met at all.
-char const* Dfa::skip(char const* subject, char const* p, bool& any_first) const {
-  if (!m_prefix.empty()) {
-    // The prefix's first byte found by the C library, the rest compared.
-    any_first = false;
-    for (char const first = m_prefix[0];; ++p) {
-      p = std::strchr(p, first);
-      if (p == nullptr) return nullptr;
-      any_first = true;
-      if (p[1] == m_prefix[1] &&
-          std::strncmp(p + 2, m_prefix.c_str() + 2, m_prefix.size() - 2) == 0) {
-        return p;
-      }
-    }
+// where a match can start, or NULL when none can.  `any_first`, when
+// given, tells whether a byte a match can begin with is met at all (the
+// strings of a folded set may begin where no match can).
+char const* Dfa::skip(char const* subject, char const* p, bool* any_first) {
+  if (m_beginnings.active()) {
+    char const* const at = m_beginnings.next(p);
+    if (any_first != nullptr) *any_first = next_start(m_re, subject, p) != nullptr;
+    return at;
   }
   if (!m_first_list.empty()) {
     p += std::strcspn(p, m_first_list.c_str());  // the C library's vector search
@@ -312,15 +309,13 @@ char const* Dfa::skip(char const* subject, char const* p, bool& any_first) const
   } else {
     p = next_start(m_re, subject, p);
   }
-  any_first = p != nullptr;
+  if (any_first != nullptr) *any_first = p != nullptr;
   return p;
 }
 
 // Whether a literal every match holds occurs from `p` on.
-bool Dfa::holds_required(char const* p) const {
-  if (m_required.empty()) return true;
-  if (m_required.size() == 1) return std::strchr(p, m_required[0]) != nullptr;
-  return std::strstr(p, m_required.c_str()) != nullptr;
+bool Dfa::holds_required(char const* p) {
+  return !m_required.active() || m_required.next(p) != nullptr;
 }
 
 // The loop follows links as long as they carry no flag; a flag, a link not
@@ -341,10 +336,10 @@ char const* Dfa::match_end(char const* subject, char const* from, Starts& starts
       if (m_lists[static_cast<std::size_t>(state_of(link))].size() == 1) return end;
     }
     if (link & kIdle) {
-      bool any_first;
-      char const* const skipped_from = p;
-      p = skip(subject, p, any_first);
-      if (skipped_from == from) starts = any_first ? Starts::kSome : Starts::kNone;
+      bool any_first = false;
+      bool const first_skip = p == from;
+      p = skip(subject, p, first_skip ? &any_first : nullptr);
+      if (first_skip) starts = any_first ? Starts::kSome : Starts::kNone;
       if (p == nullptr) return end;
     }
     Link const* const table = m_next.data();

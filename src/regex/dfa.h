@@ -34,6 +34,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "regex/literal_search.h"
+
 struct Tcl_RegExp_;
 
 namespace zelstr::regex {
@@ -98,8 +100,8 @@ class Dfa {
                              (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
   }
   StateId state_of(Link link) const { return (link >> 3) / m_classes; }
-  char const* skip(char const* subject, char const* p, bool& any_first) const;
-  bool holds_required(char const* p) const;
+  char const* skip(char const* subject, char const* p, bool* any_first);
+  bool holds_required(char const* p);
   bool matches_at_end(StateId state, bool at_start);
   void close(Seeds const& seeds, std::vector<std::uint32_t>& leaves);
   void close_forward(Seeds const& seeds, std::vector<std::uint32_t>& leaves);
@@ -132,8 +134,11 @@ class Dfa {
                              // terminator
   bool m_can_skip = false;
   bool m_tests_start = false;  // the program holds a caret
-  std::string m_prefix;        // a literal every match begins with (2 bytes or more), or ""
-  std::string m_required;      // a literal every match holds, when not the prefix, or ""
+  // Strings of which every match begins with one (the jumps go to the
+  // next), or else holds one (looked for once before the automaton runs);
+  // inactive when the program tells of none.
+  LiteralSearch m_beginnings;
+  LiteralSearch m_required;
   StateId m_starts[4] = {kUnknown, kUnknown, kUnknown, kUnknown};
   std::size_t m_memory = 0;
   std::uint32_t m_flushes = 0;

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "regex/hints.h"
+#include "regex/literal_set.h"
 #include "regex/nfa.h"
 #include "regex/record.h"
 
@@ -28,12 +29,7 @@ LineDfa::LineDfa(Nfa const& nfa, Tcl_RegExp_ const* re)
     : m_nfa(nfa),
       m_search_start(re->anchored ? nfa.start() : nfa.search_start()),
       m_mark(nfa.size(), 0) {
-  std::string prefix;
-  chain_literals(re, prefix, m_literal);
-  if (m_literal.size() > 1 && !str::search::prepare(m_search, m_literal.c_str(),
-                                                    static_cast<std::uint32_t>(m_literal.size()))) {
-    throw std::bad_alloc();
-  }
+  m_literals.prepare(required_literals(re));
   if (!re->anchored && re->first_bytes_known) {
     for (int b = 1; b < 256; ++b) {
       if (re->first_bytes.has(static_cast<unsigned char>(b))) m_stops += static_cast<char>(b);
@@ -106,10 +102,10 @@ LineDfa::StateId LineDfa::state_for(std::vector<std::uint32_t> const& leaves) {
   for (std::uint32_t const pc : leaves) accepts = accepts || m_nfa[pc].kind == Inst::kMatch;
   m_flags.push_back(
       static_cast<std::uint8_t>((accepts ? kAccepts : 0) | (leaves.empty() ? kDead : 0)));
-  m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), kUnknown);
+  m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), kUnknownLink);
   for (int special : {kEndClass, kLineFeedClass, kReturnClass}) {
     m_next[static_cast<std::size_t>(id) * static_cast<std::size_t>(m_classes) +
-           static_cast<std::size_t>(special)] = kSlow;
+           static_cast<std::size_t>(special)] = kSlowLink;
   }
   return id;
 }
@@ -193,7 +189,8 @@ LineDfa::StateId LineDfa::transition(StateId from, unsigned char c) {
   }
   StateId const to = state_for(leaves);
   if (m_class[c] > kReturnClass) {
-    m_next[static_cast<std::size_t>(from) * static_cast<std::size_t>(m_classes) + m_class[c]] = to;
+    m_next[static_cast<std::size_t>(from) * static_cast<std::size_t>(m_classes) + m_class[c]] =
+        link_to(to);
   }
   return to;
 }
@@ -237,39 +234,38 @@ char const* LineDfa::scan(unsigned char const* p, bool one_line, unsigned char c
       return nullptr;
     }
     auto const* const line = p;
-    StateId state = line_start_state();
+    Link link = link_to(line_start_state());
     for (;;) {
-      std::uint8_t const flags = m_flags[static_cast<std::size_t>(state)];
-      if (flags & kAccepts) return reinterpret_cast<char const*>(line);
-      if (flags & kIdle) {  // on to the next byte a match can start with, or line end
+      if (link & kAccepts) return reinterpret_cast<char const*>(line);
+      if (link & kIdle) {  // on to the next byte a match can start with, or line end
         p += std::strcspn(reinterpret_cast<char const*>(p), m_stops.c_str());
       }
-      if (flags & kDead) {  // nothing under way: on to the next line
+      if (link & kDead) {  // nothing under way: on to the next line
         char const* const lf = std::strchr(reinterpret_cast<char const*>(p), '\n');
         p = lf != nullptr ? reinterpret_cast<unsigned char const*>(lf) + 1
                           : p + std::strlen(reinterpret_cast<char const*>(p));
         break;
       }
-      StateId const* const table = m_next.data();
-      StateId next_state;
+      // One load a byte: a link not made yet (negative) or one that
+      // carries a flag leaves the loop.
+      Link const* const table = m_next.data();
+      Link next_link;
       for (;;) {
-        next_state = table[static_cast<std::size_t>(state) * static_cast<std::size_t>(m_classes) +
-                           m_class[*p]];
-        if (next_state < 0 ||
-            (m_flags[static_cast<std::size_t>(next_state)] & (kAccepts | kDead | kIdle)) != 0) {
-          break;
-        }
-        state = next_state;
+        next_link = table[(link >> kFlagBits) + m_class[*p]];
+        if ((static_cast<std::uint32_t>(next_link) & kLeaveLoop) != 0) break;
+        link = next_link;
         ++p;
       }
       unsigned char const c = *p;
       bool const ends = c == 0 || c == '\n' || (c == '\r' && p[1] == '\n');
       if (ends) {
-        if (matches_at_line_end(state, p == line)) return reinterpret_cast<char const*>(line);
+        if (matches_at_line_end(state_of(link), p == line)) {
+          return reinterpret_cast<char const*>(line);
+        }
         p += c == 0 ? 0 : c == '\n' ? 1 : 2;
         break;
       }
-      state = next_state >= 0 ? next_state : transition(state, c);
+      link = next_link >= 0 ? next_link : link_to(transition(state_of(link), c));
       ++p;
     }
     if (one_line) {
@@ -279,21 +275,13 @@ char const* LineDfa::scan(unsigned char const* p, bool one_line, unsigned char c
   }
 }
 
-// Where the literal every match holds occurs next, from `p` on, or NULL.
-unsigned char const* LineDfa::next_literal(unsigned char const* p) {
-  auto const* const text = reinterpret_cast<char const*>(p);
-  char const* const at = m_literal.size() == 1
-                             ? std::strchr(text, m_literal[0])
-                             : str::search::find_first(text, m_literal.c_str(), m_search).match;
-  return reinterpret_cast<unsigned char const*>(at);
-}
-
 char const* LineDfa::first_matching_line(char const* from) {
   auto const* p = reinterpret_cast<unsigned char const*>(from);
-  if (m_literal.empty()) return scan(p, false, nullptr);
-  // Only the lines that hold the literal can match: each is read alone.
+  if (!m_literals.active()) return scan(p, false, nullptr);
+  // Only the lines that hold one of the strings can match: each is read alone.
   while (*p != 0) {
-    unsigned char const* const hit = next_literal(p);
+    auto const* const hit =
+        reinterpret_cast<unsigned char const*>(m_literals.next(reinterpret_cast<char const*>(p)));
     if (hit == nullptr) return nullptr;
     unsigned char const* line = hit;
     while (line > p && line[-1] != '\n') --line;

@@ -10,8 +10,9 @@
 // as a state holds the match.  The program's search loop starts it again
 // at every position, as a search of the line alone would.
 //
-// When every match holds a literal, the lines without it are skipped by
-// the library's search for it, and only the lines that hold it are read.
+// When every match holds one of a few strings (literal_set.h), the lines
+// without any are skipped by the search for them, and only the lines that
+// hold one are read.
 //
 // States and transitions are made on first need in a cache of bounded size
 // (emptied when full, the search going on from the state it stands in), so
@@ -25,7 +26,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "str/search/plan.h"
+#include "regex/literal_search.h"
 
 struct Tcl_RegExp_;
 
@@ -51,7 +52,15 @@ class LineDfa {
  private:
   using StateId = std::int32_t;
   static constexpr StateId kUnknown = -1;
-  static constexpr StateId kSlow = -2;  // a line end: the loop's slow path
+  // A transition as the loop reads it: the target's row in the table
+  // (state times classes), shifted past the target's loop flags (kAccepts,
+  // kDead, kIdle); negative when not made yet, or for a line end (the
+  // loop's slow path).
+  using Link = std::int32_t;
+  static constexpr int kFlagBits = 3;
+  static constexpr Link kUnknownLink = -1;
+  static constexpr Link kSlowLink = -2;
+  static constexpr std::uint32_t kLeaveLoop = 0x80000000u | ((1u << kFlagBits) - 1);
   // kAccepts, kDead, kIdle: what the loop checks; then whether a line end
   // after the state completes a match, once worked out (for a line that
   // ended where it began, and for any other).
@@ -74,25 +83,27 @@ class LineDfa {
   StateId line_start_state();
   StateId idle_state();
   StateId transition(StateId from, unsigned char c);
+  Link link_to(StateId state) const {
+    return static_cast<Link>((state * m_classes) << kFlagBits |
+                             (m_flags[static_cast<std::size_t>(state)] & ((1 << kFlagBits) - 1)));
+  }
+  StateId state_of(Link link) const { return (link >> kFlagBits) / m_classes; }
   bool matches_at_line_end(StateId state, bool at_start);
   bool ends_a_match(StateId state, bool at_start);
   char const* scan(unsigned char const* p, bool one_line, unsigned char const** next);
-  unsigned char const* next_literal(unsigned char const* p);
 
   Nfa const& m_nfa;
   std::uint32_t m_search_start;
-  // A literal every match holds (the longest on the expression's chain),
-  // or "": only the lines that hold it are read, each found by the
-  // library's search.
-  std::string m_literal;
-  str::search::SearchState m_search;
+  // The strings of which every match holds one, when the program tells:
+  // only the lines that hold one are read.
+  LiteralSearch m_literals;
   unsigned char m_class[256] = {};
   int m_classes = 0;
 
   std::unordered_map<std::string, StateId> m_ids;
   std::vector<std::vector<std::uint32_t>> m_lists;
   std::vector<std::uint8_t> m_flags;
-  std::vector<StateId> m_next;  // m_classes per state
+  std::vector<Link> m_next;  // m_classes per state
   StateId m_start = kUnknown;
   StateId m_idle = kUnknown;
   // The bytes a match can start with and the line ends: in the idle state

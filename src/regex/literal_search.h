@@ -1,0 +1,56 @@
+// literal_search.h - finding the next place where one of an expression's
+// required strings (literal_set.h) begins, in a zero-terminated text.
+//
+// One string of its own case goes to the library's forward search (a vector
+// scan for a pair of its rarer bytes; strchr for one byte).  A set, or a
+// string compared without regard to case, goes to the many-strings vector
+// filter (findmany/nibble_filter.h), and each place it passes is compared
+// with the strings that begin with its byte.  That filter reads a text of
+// known length: the text is measured ahead of the scan in pieces that
+// double from 256 bytes, so a string found early costs no measuring of the
+// rest, and a long text is measured once.
+#ifndef ZELSTR_REGEX_LITERAL_SEARCH_H
+#define ZELSTR_REGEX_LITERAL_SEARCH_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "findmany/nibble_filter.h"
+#include "regex/literal_set.h"
+#include "str/search/plan.h"
+
+namespace zelstr::regex {
+
+class LiteralSearch {
+ public:
+  LiteralSearch() = default;
+  LiteralSearch(LiteralSearch const&) = delete;
+  LiteralSearch& operator=(LiteralSearch const&) = delete;
+
+  // Prepares for `set`; afterwards active() tells whether there is
+  // anything to search for.  Throws std::bad_alloc.
+  void prepare(LiteralSet const& set);
+  bool active() const { return m_kind != Kind::kNone; }
+
+  // The first place at or after `p` where one of the strings begins, or
+  // NULL when none does before the terminator.
+  char const* next(char const* p);
+
+ private:
+  enum class Kind { kNone, kByte, kString, kSet };
+  static bool accept(unsigned char const* place, void const* self);
+  bool begins_at(unsigned char const* place, std::string const& s) const;
+  char const* next_in_set(char const* p) const;
+
+  Kind m_kind = Kind::kNone;
+  std::vector<std::string> m_strings;  // sorted, as images
+  unsigned char m_image[256] = {};     // each byte as compared (lower case when folded)
+  std::uint16_t m_first[257] = {};     // m_strings[m_first[b], m_first[b + 1]) begin with b
+  findmany::NibbleTables m_tables;
+  str::search::SearchState m_search;
+};
+
+}  // namespace zelstr::regex
+
+#endif  // ZELSTR_REGEX_LITERAL_SEARCH_H

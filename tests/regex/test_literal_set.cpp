@@ -1,0 +1,191 @@
+// The required strings of an expression, and the search for them.  The set
+// is only a filter, so a wrong one shows as a match that holds none of its
+// strings: random expressions of literals, lists, groups and loops, both
+// compile modes, every match of random subjects checked, and the automata
+// that jump by the set give the walk's results.  The search is
+// checked against a walk of every place, over texts long enough to cross
+// the pieces it measures the text in.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "regex/literal_search.h"
+#include "regex/literal_set.h"
+#include "regex/match_outcome.h"
+#include "zelstr/regex.h"
+
+namespace {
+
+using zelstr::regex::LiteralSearch;
+using zelstr::regex::LiteralSet;
+using zelstr::regex::Strategy;
+using zelstr::test::match_outcome;
+
+class Words {
+ public:
+  explicit Words(unsigned seed) : m_random(seed) {}
+
+  unsigned pick(unsigned n) { return static_cast<unsigned>(m_random() % n); }
+
+  std::string expression(int depth = 0) {
+    std::string out = branch(depth);
+    while (pick(3) == 0) out += '|' + branch(depth);
+    return out;
+  }
+
+  std::string text(std::size_t length, char const* alphabet) {
+    std::string s(length, ' ');
+    std::size_t const n = std::strlen(alphabet);
+    for (char& c : s) c = alphabet[pick(static_cast<unsigned>(n))];
+    return s;
+  }
+
+ private:
+  std::string branch(int depth) {
+    std::string out;
+    for (unsigned n = 1 + pick(4); n > 0; --n) out += piece(depth);
+    return out;
+  }
+
+  std::string piece(int depth) {
+    static char const* const kAtoms[] = {"a",    "b",  "ab", "ba",  "abc",  "Ab",  "[ab]", "[aA]",
+                                         "[bc]", ".",  "^",  "$",   "[^a]", "cab", "B",    "[abcAB]"};
+    std::string atom;
+    if (depth < 3 && pick(4) == 0) {
+      atom = '(' + expression(depth + 1) + ')';
+    } else {
+      atom = kAtoms[pick(sizeof kAtoms / sizeof *kAtoms)];
+    }
+    static char const* const kQuantifiers[] = {"", "", "", "*", "+", "?"};
+    return atom + kQuantifiers[pick(6)];
+  }
+
+  std::mt19937 m_random;
+};
+
+unsigned char image(unsigned char c, bool folded) {
+  return folded && c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c | 0x20) : c;
+}
+
+// Whether one of the set's strings begins at `at` (within [at, end)).
+bool begins_with_one(LiteralSet const& set, char const* at, char const* end) {
+  for (std::string const& s : set.strings) {
+    if (static_cast<std::size_t>(end - at) < s.size()) continue;
+    bool same = true;
+    for (std::size_t j = 0; same && j < s.size(); ++j) {
+      same = image(static_cast<unsigned char>(at[j]), set.folded) == static_cast<unsigned char>(s[j]);
+    }
+    if (same) return true;
+  }
+  return false;
+}
+
+TEST(RegexLiteralSet, EveryMatchHoldsOneOfTheStrings) {
+  Words gen(1127);
+  int with_set = 0, matches = 0;
+  for (int round = 0; round < 3000; ++round) {
+    std::string const pattern = gen.expression();
+    bool const fold = gen.pick(3) == 0;
+    Tcl_RegExp_* const re =
+        fold ? Tcl_RegExpCompileNoCase(pattern.c_str()) : Tcl_RegExpCompile(pattern.c_str());
+    if (re == nullptr) continue;
+    LiteralSet const set = zelstr::regex::required_literals(re);
+    if (!set.strings.empty()) ++with_set;
+    for (std::string const& s : set.strings) ASSERT_FALSE(s.empty()) << pattern;
+    ASSERT_LE(set.strings.size(), zelstr::regex::kMostLiterals);
+    for (int i = 0; i < 6 && !set.strings.empty(); ++i) {
+      // The walk, the reference, may take exponential time on long subjects.
+      std::string const subject = gen.text(gen.pick(16), "aabbcABC-");
+      std::size_t const from = gen.pick(static_cast<unsigned>(subject.size() + 1));
+      std::vector<long> const walk = match_outcome(Strategy::kWalk, re, subject, from);
+      ASSERT_EQ(match_outcome(Strategy::kAuto, re, subject, from), walk)
+          << "/" << pattern << "/" << (fold ? "i" : "") << " on \"" << subject << "\" from "
+          << from;
+      char const* const s = subject.c_str();
+      if (Tcl_RegExpMatch(s, re) != 1) continue;
+      char const *start = nullptr, *end = nullptr;
+      Tcl_RegExpRange(re, 0, &start, &end);
+      ++matches;
+      bool held = false;
+      for (char const* at = start; !held && at <= end; ++at) held = begins_with_one(set, at, end);
+      ASSERT_TRUE(held) << "/" << pattern << "/" << (fold ? "i" : "") << " on \"" << subject
+                        << "\": the match \"" << std::string(start, end) << "\" holds none of "
+                        << set.strings.size() << " strings, the first \"" << set.strings[0]
+                        << "\"";
+      if (set.prefix) {
+        ASSERT_TRUE(begins_with_one(set, start, end)) << pattern << " on " << subject;
+      }
+    }
+    Tcl_DeleteInterp(re);
+  }
+  // The generator must give sets, and matches to check them on.
+  EXPECT_GT(with_set, 1000);
+  EXPECT_GT(matches, 1500);
+}
+
+TEST(RegexLiteralSet, SetsOfKnownExpressions) {
+  struct Case {
+    char const* pattern;
+    bool fold;
+    std::vector<std::string> strings;
+    bool prefix;
+  };
+  Case const cases[] = {
+      {"SELECT|INSERT|UPDATE", false, {"INSERT", "SELECT", "UPDATE"}, true},
+      {"[A-Za-z_]+_(ID|Id|id)", false, {"_ID", "_Id", "_id"}, false},
+      {"x[ \t]+(ab|cd)", false, {"x\t", "x "}, true},
+      {"customers", true, {"customers"}, true},
+      {"(a|b)*cde", false, {"cde"}, false},
+      {"ab?c", false, {"abc", "ac"}, true},
+      {".*", false, {}, false},
+  };
+  for (Case const& c : cases) {
+    Tcl_RegExp_* const re =
+        c.fold ? Tcl_RegExpCompileNoCase(c.pattern) : Tcl_RegExpCompile(c.pattern);
+    ASSERT_NE(re, nullptr) << c.pattern;
+    LiteralSet const set = zelstr::regex::required_literals(re);
+    EXPECT_EQ(set.strings, c.strings) << c.pattern;
+    if (!c.strings.empty()) {
+      EXPECT_EQ(set.prefix, c.prefix) << c.pattern;
+      EXPECT_EQ(set.folded, c.fold) << c.pattern;
+    }
+    Tcl_DeleteInterp(re);
+  }
+}
+
+TEST(RegexLiteralSearch, FindsThePlacesAWalkFinds) {
+  Words gen(2511);
+  for (int round = 0; round < 400; ++round) {
+    LiteralSet set;
+    set.folded = gen.pick(2) == 0;
+    unsigned const count = 1 + gen.pick(gen.pick(2) == 0 ? 3 : 70);
+    for (unsigned i = 0; i < count; ++i) {
+      std::string s = gen.text(1 + gen.pick(5), "abcdAB\n");
+      if (set.folded) {
+        for (char& c : s) c = static_cast<char>(image(static_cast<unsigned char>(c), true));
+      }
+      set.strings.push_back(s);
+    }
+    LiteralSearch search;
+    search.prepare(set);
+    // A set whose first bytes vary too much is not searched for.
+    if (!search.active()) continue;
+    std::string const text = gen.text(gen.pick(4000), gen.pick(2) ? "abcdABxyz\n" : "xyzwaB");
+    char const* const t = text.c_str();
+    char const* const end = t + text.size();
+    for (char const* p = t + gen.pick(static_cast<unsigned>(text.size() + 1));;) {
+      char const* expected = p;
+      while (expected < end && !begins_with_one(set, expected, end)) ++expected;
+      if (expected == end) expected = nullptr;
+      char const* const found = search.next(p);
+      ASSERT_EQ(found, expected) << "round " << round << " from " << (p - t);
+      if (found == nullptr) break;
+      p = found + 1;
+    }
+  }
+}
+
+}  // namespace
