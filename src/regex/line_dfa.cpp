@@ -22,6 +22,10 @@ constexpr std::size_t kStateOverhead = 96;
 // Bytes a match can start with beyond this many are met so often that
 // jumping to the next costs more than it saves.
 constexpr std::size_t kMostStops = 16;
+// The same for the bytes that take a state elsewhere; and the programs
+// whose states are checked for staying (a closure per class).
+constexpr std::size_t kMostExits = 3;
+constexpr int kMostClassesToStay = 16;
 
 }  // namespace
 
@@ -73,19 +77,22 @@ void LineDfa::build_classes() {
   }
   for (int c = 0; c < 256; ++c) m_class[c] = static_cast<unsigned char>(cls[c]);
   m_classes = count;
+  for (int c = 255; c >= 0; --c) m_representative[m_class[c]] = static_cast<unsigned char>(c);
 }
 
 void LineDfa::flush() {
   m_ids.clear();
   m_lists.clear();
   m_flags.clear();
+  m_exits.clear();
   m_next.clear();
   m_start = kUnknown;
   m_idle = kUnknown;
   m_memory = 0;
   if (!m_stops.empty()) {
     // Made now, so that the loop's check of the state it enters sees it.
-    m_flags[static_cast<std::size_t>(idle_state())] |= kIdle;
+    std::uint8_t& flags = m_flags[static_cast<std::size_t>(idle_state())];
+    flags = static_cast<std::uint8_t>((flags | kIdle) & ~kStays);
   }
 }
 
@@ -102,12 +109,40 @@ LineDfa::StateId LineDfa::state_for(std::vector<std::uint32_t> const& leaves) {
   for (std::uint32_t const pc : leaves) accepts = accepts || m_nfa[pc].kind == Inst::kMatch;
   m_flags.push_back(
       static_cast<std::uint8_t>((accepts ? kAccepts : 0) | (leaves.empty() ? kDead : 0)));
+  m_exits.push_back(accepts || leaves.empty() ? std::string() : exits_of(leaves));
+  if (!m_exits.back().empty()) m_flags.back() |= kStays;
   m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), kUnknownLink);
   for (int special : {kEndClass, kLineFeedClass, kReturnClass}) {
     m_next[static_cast<std::size_t>(id) * static_cast<std::size_t>(m_classes) +
            static_cast<std::size_t>(special)] = kSlowLink;
   }
   return id;
+}
+
+// The bytes on which a state with these instructions leaves itself, line
+// ends included, when it stays itself on every other byte and the others
+// are few (inside a quoted text, all but the quote): the loop then jumps
+// to the next of them.  "" otherwise.  Worked out by the bytes' classes, a
+// closure each, so only for programs of few classes.
+std::string LineDfa::exits_of(std::vector<std::uint32_t> const& leaves) {
+  if (m_classes > kMostClassesToStay) return {};
+  std::string exits;
+  std::vector<std::uint32_t> seeds, after;
+  for (int k = kReturnClass + 1; k < m_classes; ++k) {
+    unsigned char const b = m_representative[k];
+    seeds.clear();
+    for (std::uint32_t const pc : leaves) {
+      Inst const& inst = m_nfa[pc];
+      if (is_taking(inst) && m_nfa.takes(inst, b)) seeds.push_back(inst.next);
+    }
+    close(seeds, false, false, after);
+    if (after == leaves) continue;
+    for (int c = 1; c < 256; ++c) {
+      if (m_class[c] == k) exits += static_cast<char>(c);
+    }
+    if (exits.size() > kMostExits) return {};
+  }
+  return exits + "\n\r";
 }
 
 // Every instruction the seeds reach without taking a byte, under what holds
@@ -239,6 +274,9 @@ char const* LineDfa::scan(unsigned char const* p, bool one_line, unsigned char c
       if (link & kAccepts) return reinterpret_cast<char const*>(line);
       if (link & kIdle) {  // on to the next byte a match can start with, or line end
         p += std::strcspn(reinterpret_cast<char const*>(p), m_stops.c_str());
+      } else if (link & kStays) {  // on to the next byte that changes the state
+        p += std::strcspn(reinterpret_cast<char const*>(p),
+                          m_exits[static_cast<std::size_t>(state_of(link))].c_str());
       }
       if (link & kDead) {  // nothing under way: on to the next line
         char const* const lf = std::strchr(reinterpret_cast<char const*>(p), '\n');

@@ -57,27 +57,29 @@ class LineDfa {
   // kDead, kIdle); negative when not made yet, or for a line end (the
   // loop's slow path).
   using Link = std::int32_t;
-  static constexpr int kFlagBits = 3;
+  static constexpr int kFlagBits = 4;
   static constexpr Link kUnknownLink = -1;
   static constexpr Link kSlowLink = -2;
   static constexpr std::uint32_t kLeaveLoop = 0x80000000u | ((1u << kFlagBits) - 1);
-  // kAccepts, kDead, kIdle: what the loop checks; then whether a line end
-  // after the state completes a match, once worked out (for a line that
-  // ended where it began, and for any other).
+  // kAccepts, kDead, kIdle, kStays: what the loop checks; then whether a
+  // line end after the state completes a match, once worked out (for a
+  // line that ended where it began, and for any other).
   enum Flag : std::uint8_t {
     kAccepts = 1,
     kDead = 2,
     kIdle = 4,
-    kEndKnown = 8,
-    kEndMatches = 16,
-    kEmptyEndKnown = 32,
-    kEmptyEndMatches = 64,
+    kStays = 8,  // the state stays itself on all bytes but its exits
+    kEndKnown = 16,
+    kEndMatches = 32,
+    kEmptyEndKnown = 64,
+    kEmptyEndMatches = 128,
   };
   enum SpecialClass : unsigned char { kEndClass = 0, kLineFeedClass = 1, kReturnClass = 2 };
 
   void build_classes();
   void flush();
   StateId state_for(std::vector<std::uint32_t> const& leaves);
+  std::string exits_of(std::vector<std::uint32_t> const& leaves);
   void close(std::vector<std::uint32_t>& seeds, bool at_start, bool at_end,
              std::vector<std::uint32_t>& leaves);
   StateId line_start_state();
@@ -103,6 +105,10 @@ class LineDfa {
   std::unordered_map<std::string, StateId> m_ids;
   std::vector<std::vector<std::uint32_t>> m_lists;
   std::vector<std::uint8_t> m_flags;
+  // Per state flagged kStays: the bytes that take it elsewhere, line ends
+  // included, for the C library's strcspn.
+  std::vector<std::string> m_exits;
+  unsigned char m_representative[256] = {};  // a byte of each class
   std::vector<Link> m_next;  // m_classes per state
   StateId m_start = kUnknown;
   StateId m_idle = kUnknown;
