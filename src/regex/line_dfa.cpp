@@ -33,7 +33,7 @@ LineDfa::LineDfa(Nfa const& nfa, Tcl_RegExp_ const* re)
     : m_nfa(nfa),
       m_search_start(re->anchored ? nfa.start() : nfa.search_start()),
       m_mark(nfa.size(), 0) {
-  m_literals.prepare(required_literals(re));
+  m_literals.prepare(required_literals(re), false);
   if (!re->anchored && re->first_bytes_known) {
     for (int b = 1; b < 256; ++b) {
       if (re->first_bytes.has(static_cast<unsigned char>(b))) m_stops += static_cast<char>(b);

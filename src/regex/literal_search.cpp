@@ -17,7 +17,7 @@ using Byte = unsigned char;
 
 }  // namespace
 
-void LiteralSearch::prepare(LiteralSet const& set) {
+void LiteralSearch::prepare(LiteralSet const& set, bool short_texts) {
   m_kind = Kind::kNone;
   if (set.strings.empty()) return;
   for (int c = 0; c < 256; ++c) {
@@ -33,6 +33,10 @@ void LiteralSearch::prepare(LiteralSet const& set) {
   std::string const& only = m_strings.front();
   if (m_strings.size() == 1 && only.size() == 1 && !set.folded) {
     m_kind = Kind::kByte;
+    return;
+  }
+  if (m_strings.size() == 1 && only.size() > 1 && short_texts && !set.folded) {
+    m_kind = Kind::kShortString;
     return;
   }
   if (m_strings.size() == 1 && only.size() > 1) {
@@ -92,6 +96,8 @@ char const* LiteralSearch::next(char const* p) {
   switch (m_kind) {
     case Kind::kByte:
       return std::strchr(p, m_strings.front()[0]);
+    case Kind::kShortString:
+      return std::strstr(p, m_strings.front().c_str());
     case Kind::kString:
       return str::search::find_first(p, m_strings.front().c_str(), m_search).match;
     case Kind::kSet:

@@ -2,7 +2,9 @@
 // required strings (literal_set.h) begins, in a zero-terminated text.
 //
 // One string of its own case goes to the library's forward search (a vector
-// scan for a pair of its rarer bytes; strchr for one byte).  A set, or a
+// scan for a pair of its rarer bytes; strchr for one byte), or, for short
+// texts such as single lines, where that scan's setup would cost more than
+// it saves, to the C library's strstr.  A set, or a
 // string compared without regard to case, goes to the many-strings vector
 // filter (findmany/nibble_filter.h), and each place it passes is compared
 // with the strings that begin with its byte.  That filter reads a text of
@@ -28,9 +30,10 @@ class LiteralSearch {
   LiteralSearch(LiteralSearch const&) = delete;
   LiteralSearch& operator=(LiteralSearch const&) = delete;
 
-  // Prepares for `set`; afterwards active() tells whether there is
-  // anything to search for.  Throws std::bad_alloc.
-  void prepare(LiteralSet const& set);
+  // Prepares for `set`, for texts mostly short (`short_texts`) or long;
+  // afterwards active() tells whether there is anything to search for.
+  // Throws std::bad_alloc.
+  void prepare(LiteralSet const& set, bool short_texts);
   bool active() const { return m_kind != Kind::kNone; }
 
   // The first place at or after `p` where one of the strings begins, or
@@ -38,7 +41,7 @@ class LiteralSearch {
   char const* next(char const* p);
 
  private:
-  enum class Kind { kNone, kByte, kString, kSet };
+  enum class Kind { kNone, kByte, kShortString, kString, kSet };
   static bool accept(unsigned char const* place, void const* self);
   bool begins_at(unsigned char const* place, std::string const& s) const;
   char const* next_in_set(char const* p) const;
