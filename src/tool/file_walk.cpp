@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 class Walk {
  public:
-  Walk(Invocation& inv, FileList& out)
+  Walk(Invocation& inv, NameSink& out)
       : m_inv(inv),
         m_out(out),
         m_follow(inv.flag("-R")),
@@ -30,12 +30,11 @@ class Walk {
     std::error_code ec;
     if (fs::is_directory(fs::path(name), ec)) {
       if (matches_any(m_exclude_dir, shown_prefix)) return;
-      m_out.walked = true;
       std::vector<std::string> ancestors;
       directory(fs::path(name), shown_prefix, ancestors);
       return;
     }
-    if (chosen(m_include, m_exclude, name)) m_out.names.push_back(name);
+    if (chosen(m_include, m_exclude, name)) m_out.add(name);
   }
 
   // Whether the file `name` is to be read: --include and --exclude.
@@ -72,7 +71,10 @@ class Walk {
       ancestors.push_back(canonical);
     }
     // The type of an entry comes with its name (no system call for it),
-    // but for a link that -R follows.
+    // but for a link that -R follows.  An entry's name is cut from its path
+    // rather than taken apart by filename(), and a path is made only for a
+    // directory entered: the walk's time was mostly spent taking paths
+    // apart.
     std::vector<std::pair<std::string, fs::file_type>> names;
     for (fs::directory_iterator it(dir, ec), end; !ec && it != end; it.increment(ec)) {
       std::error_code type_ec;
@@ -81,7 +83,7 @@ class Walk {
                            : it->is_regular_file(type_ec) ? fs::file_type::regular
                                                           : fs::file_type::unknown;
       if (type == fs::file_type::symlink && m_follow) type = it->status(type_ec).type();
-      names.emplace_back(it->path().filename().string(), type);
+      names.emplace_back(name_in(it->path().string()), type);
     }
     if (ec) {
       m_inv.file_error("cannot read directory '%s': %s", shown.empty() ? "." : shown.c_str(),
@@ -89,38 +91,52 @@ class Walk {
     }
     std::sort(names.begin(), names.end());
     for (auto const& [name, type] : names) {
+      if (m_inv.enough()) break;  // -q found its line: the readers stopped
       // (A file named "-" in the working directory is no standard input.)
       std::string const path = shown.empty()         ? (name == "-" ? "./-" : name)
                                : shown.back() == '/' ? shown + name
                                                      : shown + "/" + name;
-      entry(dir / name, path, name, type, ancestors);
+      entry(dir, path, name, type, ancestors);
     }
     if (m_follow) ancestors.pop_back();
   }
 
-  void entry(fs::path const& path, std::string const& shown, std::string const& name,
+  // The last part of an entry's path: after its last separator ('/', and
+  // on Windows '\\' too, which elsewhere may be part of a name).
+  static std::string name_in(std::string const& path) {
+    char const* const separators = fs::path::preferred_separator == '/' ? "/" : "/\\";
+    std::size_t const last = path.find_last_of(separators);
+    return last == std::string::npos ? path : path.substr(last + 1);
+  }
+
+  void entry(fs::path const& dir, std::string const& shown, std::string const& name,
              fs::file_type type, std::vector<std::string>& ancestors) {
     if (!m_hidden && name[0] == '.') return;
     if (type == fs::file_type::directory) {
-      if (!matches_any(m_exclude_dir, name)) directory(path, shown, ancestors);
+      if (!matches_any(m_exclude_dir, name)) directory(dir / name, shown, ancestors);
     } else if (type == fs::file_type::regular ||
                (m_follow && type == fs::file_type::not_found)) {
       // (A link -R follows to nothing is read, to be reported as missing.)
-      if (chosen(m_include, m_exclude, name)) m_out.names.push_back(shown);
+      if (chosen(m_include, m_exclude, name)) m_out.add(shown);
     }  // links (with -r), devices, pipes and sockets are passed over
   }
 
   Invocation& m_inv;
-  FileList& m_out;
+  NameSink& m_out;
   bool m_follow, m_hidden;
   std::vector<char const*> m_include, m_exclude, m_exclude_dir;
 };
 
-// -r and -R walk trees for the commands of the walk's options (sort has a
-// -r of its own).
-bool walks(Invocation& inv) { return inv.declares("--hidden") && (inv.flag("-r") || inv.flag("-R")); }
+// The names as a list.
+struct ListSink final : NameSink {
+  explicit ListSink(FileList& list) : list(list) {}
+  void add(std::string name) override { list.names.push_back(std::move(name)); }
+  FileList& list;
+};
 
 }  // namespace
+
+bool walks(Invocation& inv) { return inv.declares("--hidden") && (inv.flag("-r") || inv.flag("-R")); }
 
 bool names_shown(Invocation& inv, std::span<char const* const> operands) {
   if (inv.flag("-h")) return false;
@@ -130,29 +146,52 @@ bool names_shown(Invocation& inv, std::span<char const* const> operands) {
   return operands.empty() || fs::is_directory(fs::path(operands[0]), ec);
 }
 
-FileList files_to_read(Invocation& inv, std::span<char const* const> operands) {
-  FileList list;
+void find_files(Invocation& inv, std::span<char const* const> operands, NameSink& out) {
   if (!walks(inv)) {
     // --include and --exclude choose among the files named too.
     std::vector<char const*> const include = inv.values("--include"), exclude = inv.values("--exclude");
     for (char const* name : operands) {
-      if (std::strcmp(name, "-") == 0 || Walk::chosen(include, exclude, name)) list.names.emplace_back(name);
+      if (std::strcmp(name, "-") == 0 || Walk::chosen(include, exclude, name)) out.add(name);
     }
-    if (operands.empty()) list.names.emplace_back("-");
-    return list;
+    if (operands.empty()) out.add("-");
+    return;
   }
-  Walk walk(inv, list);
+  Walk walk(inv, out);
   if (operands.empty()) walk.operand(".", "");
   for (char const* name : operands) {
     if (std::string(name) == "-") {
-      list.names.emplace_back("-");
+      out.add("-");
     } else {
       std::string shown(name);
       while (shown.size() > 1 && (shown.back() == '/' || shown.back() == '\\')) shown.pop_back();
       walk.operand(name, shown);
     }
   }
+}
+
+FileList files_to_read(Invocation& inv, std::span<char const* const> operands) {
+  FileList list;
+  ListSink sink(list);
+  find_files(inv, operands, sink);
   return list;
+}
+
+void FileFeed::add(std::string name) {
+  std::lock_guard<std::mutex> const hold(m_lock);
+  m_names.push_back(std::move(name));
+  m_more.notify_all();
+}
+
+void FileFeed::finish() {
+  std::lock_guard<std::mutex> const hold(m_lock);
+  m_finished = true;
+  m_more.notify_all();
+}
+
+std::string const* FileFeed::wait_for(std::size_t index) {
+  std::unique_lock<std::mutex> hold(m_lock);
+  m_more.wait(hold, [&] { return index < m_names.size() || m_finished; });
+  return index < m_names.size() ? &m_names[index] : nullptr;
 }
 
 }  // namespace zelstr::tool

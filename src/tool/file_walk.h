@@ -16,6 +16,10 @@
 #ifndef ZELSTR_TOOL_FILE_WALK_H
 #define ZELSTR_TOOL_FILE_WALK_H
 
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -26,12 +30,42 @@ namespace zelstr::tool {
 
 struct FileList {
   std::vector<std::string> names;  // "-" for standard input
-  bool walked = false;             // a directory was walked: names are shown
 };
 
+// Where the names go as they are found.
+struct NameSink {
+  virtual ~NameSink() = default;
+  virtual void add(std::string name) = 0;
+};
+
+// Whether the command walks directories (-r or -R, for the commands that
+// take them).
+bool walks(Invocation& inv);
+
 // The files for `operands` (none: standard input, or with -r the working
-// directory, whose files are then named without a "./" in front).
+// directory, whose files are then named without a "./" in front), handed
+// to `out` in order as the walk finds them; files_to_read lists them all.
+// Once the invocation has found enough (-q), the walk stops.
+void find_files(Invocation& inv, std::span<char const* const> operands, NameSink& out);
 FileList files_to_read(Invocation& inv, std::span<char const* const> operands);
+
+// The names a walk on one thread finds, taken on others as they come:
+// the readers of a tree start with its first files, not after the walk.
+class FileFeed final : public NameSink {
+ public:
+  void add(std::string name) override;
+  // No more names.
+  void finish();
+  // Name `index` (from 0), waiting for the walk to find it; NULL when the
+  // walk ended with fewer.  The name stays where it is until the feed goes.
+  std::string const* wait_for(std::size_t index);
+
+ private:
+  std::mutex m_lock;
+  std::condition_variable m_more;
+  std::deque<std::string> m_names;  // (growing at its end moves no name)
+  bool m_finished = false;
+};
 
 // Whether the lines printed begin with their file's name: with -H, never
 // with -h, else when there are several operands or a directory is walked.

@@ -92,10 +92,7 @@ std::size_t Input::read_more() {
     if (m_decoder == nullptr) {
       m_bytes.reserve(m_end + kRead + 1, m_end);
       char* const at = m_bytes.data() + m_end;
-      std::size_t n = std::fread(at, 1, kRead, m_file);
-      if (n == 0 && std::ferror(m_file)) report_read_error();
-      // A read that met the end needs no further read to be told so.
-      if (n > 0 && std::feof(m_file)) m_ended = true;
+      std::size_t const n = read_some(at, kRead);
       if (m_started) return n;
       // The first read: a byte-order mark, or --encoding, says how to go on.
       std::size_t const mark = begin_reading(at, n);
@@ -112,14 +109,29 @@ std::size_t Input::read_more() {
       continue;  // a mark alone so far
     }
     m_raw.resize(kRead);
-    std::size_t const got = std::fread(m_raw.data(), 1, kRead, m_file);
-    if (got == 0 && std::ferror(m_file)) {
-      report_read_error();
-      return 0;
-    }
+    std::size_t const got = read_some(m_raw.data(), kRead);
+    if (m_failed) return 0;
     std::size_t const n = decode_into_buffer(m_raw.data(), got, got == 0);
     if (n > 0 || got == 0 || m_failed) return n;
   }
+}
+
+// Standard input goes through its stream (something may have read from
+// it before); a file the input opened is read from the system directly.
+std::size_t Input::read_some(char* into, std::size_t n) {
+  if (m_file == stdin) {
+    std::size_t const got = std::fread(into, 1, n, m_file);
+    if (got == 0 && std::ferror(m_file)) report_read_error();
+    // A read that met the end needs no further read to be told so.
+    if (got > 0 && std::feof(m_file)) m_ended = true;
+    return got;
+  }
+  long const got = platform::read_file(m_file, into, n);
+  if (got < 0) {
+    report_read_error();
+    return 0;
+  }
+  return static_cast<std::size_t>(got);
 }
 
 void Input::report_read_error() {

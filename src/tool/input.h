@@ -174,6 +174,7 @@ class Input {
   // false when the input is refused.
   bool check_zeros(std::size_t n, bool first_block);
   std::size_t place(char const* bytes, std::size_t n);
+  std::size_t read_some(char* into, std::size_t n);
   void report_read_error();
   // Refuses the input, reported, when the `n` bytes after the pending ones
   // hold a zero byte.

@@ -12,6 +12,8 @@
 #define ZELSTR_TOOL_INPUT_THREADS_H
 
 #include <atomic>
+#include <cstdint>
+#include <exception>
 #include <span>
 #include <string>
 #include <system_error>
@@ -31,27 +33,51 @@ namespace zelstr::tool {
 unsigned threads_for(Invocation& inv, std::size_t inputs);
 
 // Runs `(*reader)(input)` on every input of for_each_input, `reader` from
-// `make()` once for each thread.
+// `make()` once for each thread.  A walk of directories runs on a thread
+// of its own meanwhile, the readers taking its files as it finds them.
 template <class Make>
 void for_each_input_on_threads(Invocation& inv, std::span<char const* const> names, Make make) {
-  FileList const files = files_to_read(inv, names);
-  std::size_t const n = files.names.size();
-  unsigned const threads = threads_for(inv, n);
+  bool const walk = walks(inv);
+  FileList listed;
+  if (!walk) listed = files_to_read(inv, names);
+  unsigned const threads = threads_for(inv, walk ? SIZE_MAX : listed.names.size());
   if (threads == 0) return;
   if (threads == 1) {
     auto reader = make();
-    read_each(inv, files, [&reader](Input& in) { (*reader)(in); });
+    read_each(inv, walk ? files_to_read(inv, names) : listed,
+              [&reader](Input& in) { (*reader)(in); });
     return;
   }
-  OrderedOutput output(n);
+  FileFeed feed;
+  std::exception_ptr walk_failure;
+  auto find = [&] {
+    try {
+      if (walk) {
+        find_files(inv, names, feed);
+      } else {
+        for (std::string& name : listed.names) feed.add(std::move(name));
+      }
+    } catch (...) {  // memory ran out: told once the readers have stopped
+      walk_failure = std::current_exception();
+    }
+    feed.finish();
+  };
+  std::thread walker;
+  try {
+    walker = std::thread(find);
+  } catch (std::system_error const&) {  // no thread: the walk first
+    find();
+  }
+  OrderedOutput output;
   std::atomic<std::size_t> next{0};
   auto work = [&] {
     auto reader = make();
     AlignedBytes buffer;
-    for (std::size_t i; (i = next.fetch_add(1)) < n;) {
+    for (std::size_t i = next.fetch_add(1); std::string const* name = feed.wait_for(i);
+         i = next.fetch_add(1)) {
       output.begin(i);
       if (!inv.enough()) {
-        Input in(inv, files.names[i].c_str(), &buffer);
+        Input in(inv, name->c_str(), &buffer);
         if (in.ok()) (*reader)(in);
       }
       output.end();
@@ -65,6 +91,8 @@ void for_each_input_on_threads(Invocation& inv, std::span<char const* const> nam
   }
   work();
   for (std::thread& t : others) t.join();
+  if (walker.joinable()) walker.join();
+  if (walk_failure) std::rethrow_exception(walk_failure);
 }
 
 }  // namespace zelstr::tool

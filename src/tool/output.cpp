@@ -2,9 +2,9 @@
 #include "tool/output.h"
 
 #include <atomic>
+#include <deque>
 #include <mutex>
 #include <string>
-#include <vector>
 
 #include "platform/binary_stdio.h"
 
@@ -20,8 +20,12 @@ struct Kept {
   bool done = false;
 };
 
+// The inputs are numbered as they come (a walk may still be finding
+// them): an input's record is made when it begins, under the lock, and
+// its thread keeps the record's address, which growing the deque at its
+// end leaves alone.
 struct Order {
-  std::vector<Kept> kept;
+  std::deque<Kept> kept;
   std::atomic<std::size_t> turn{0};
   std::mutex lock;
 };
@@ -29,6 +33,7 @@ struct Order {
 Order* g_order = nullptr;          // while inputs are read on several threads
 bool g_group_shown = false;        // in the output's order: touched by the turn's holder only
 thread_local std::size_t t_input;  // the input this thread reads
+thread_local Kept* t_kept = nullptr;  // its record
 thread_local bool t_keeping = false;
 
 void write_direct(std::string_view text) {
@@ -54,7 +59,7 @@ void release(Kept& kept) {
 bool keeping() {
   if (!t_keeping) return false;
   if (g_order->turn.load(std::memory_order_acquire) != t_input) return true;
-  release(g_order->kept[t_input]);
+  release(*t_kept);
   t_keeping = false;
   return false;
 }
@@ -63,7 +68,7 @@ bool keeping() {
 
 void write_out(char const* data, std::size_t length) {
   if (keeping()) {
-    g_order->kept[t_input].text.append(data, length);
+    t_kept->text.append(data, length);
     return;
   }
   platform::write_stdout(data, length);
@@ -71,7 +76,7 @@ void write_out(char const* data, std::size_t length) {
 
 void begin_group(std::string_view separator) {
   if (keeping()) {
-    Kept& kept = g_order->kept[t_input];
+    Kept& kept = *t_kept;
     if (kept.text.empty() && !kept.begins_with_group) {
       kept.begins_with_group = true;
       kept.separator = separator;
@@ -83,10 +88,7 @@ void begin_group(std::string_view separator) {
   write_group_start(separator);
 }
 
-OrderedOutput::OrderedOutput(std::size_t inputs) {
-  g_order = new Order;
-  g_order->kept.resize(inputs);
-}
+OrderedOutput::OrderedOutput() { g_order = new Order; }
 
 OrderedOutput::~OrderedOutput() {
   delete g_order;
@@ -94,7 +96,10 @@ OrderedOutput::~OrderedOutput() {
 }
 
 void OrderedOutput::begin(std::size_t index) {
+  std::lock_guard<std::mutex> const hold(g_order->lock);
+  while (g_order->kept.size() <= index) g_order->kept.emplace_back();
   t_input = index;
+  t_kept = &g_order->kept[index];
   t_keeping = true;
 }
 
@@ -104,7 +109,7 @@ void OrderedOutput::end() {
   std::lock_guard<std::mutex> const hold(g_order->lock);
   keeping();  // out with what is kept, when the turn is this input's
   t_keeping = false;
-  g_order->kept[t_input].done = true;
+  t_kept->done = true;
   std::size_t turn = g_order->turn.load(std::memory_order_relaxed);
   if (turn != t_input) return;
   while (++turn < g_order->kept.size() && g_order->kept[turn].done) release(g_order->kept[turn]);

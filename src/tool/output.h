@@ -30,7 +30,7 @@ void begin_group(std::string_view separator);
 // order) is read on the calling thread between begin(index) and end().
 class OrderedOutput {
  public:
-  explicit OrderedOutput(std::size_t inputs);
+  OrderedOutput();
   ~OrderedOutput();
   OrderedOutput(OrderedOutput const&) = delete;
   OrderedOutput& operator=(OrderedOutput const&) = delete;

@@ -16,6 +16,12 @@ void use_binary_stdio() {
 
 bool stdout_is_terminal() { return _isatty(_fileno(stdout)) != 0; }
 
+// The stream's read, which on Windows fills the caller's block directly.
+long read_file(std::FILE* file, char* into, std::size_t n) {
+  std::size_t const got = std::fread(into, 1, n, file);
+  return got == 0 && std::ferror(file) ? -1 : static_cast<long>(got);
+}
+
 // The C library MinGW links has no unlocked write: the plain one, locked.
 void write_stdout(char const* data, std::size_t length) { std::fwrite(data, 1, length, stdout); }
 
