@@ -56,6 +56,9 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     if (literals.prefix) {
       if (literals.strings.size() == 1 || m_first_list.empty()) {
         m_beginnings.prepare(literals, true);
+        m_first_is_literals = literals.strings.size() == 1 && !literals.folded &&
+                              first_count == 1 && m_first_list.size() == 1 &&
+                              m_first_list[0] == literals.strings[0][0];
       }
     } else if (re->must == nullptr && !re->anchored) {
       m_required.prepare(literals, true);
@@ -307,10 +310,13 @@ char const* Dfa::skip(char const* subject, char const* p, bool* any_first) {
   if (m_beginnings.active()) {
     char const* const at = m_beginnings.next(p);
     if (any_first != nullptr) {
-      // A string found where a match can begin settles it without a pass.
+      // A string found where a match can begin settles it without a pass,
+      // and so does the search for a string whose first byte is the only
+      // one a match can begin with.
       bool const begins = at != nullptr && (!m_re->first_bytes_known ||
                                             m_re->first_bytes.has(static_cast<unsigned char>(*at)));
-      *any_first = begins || next_start(m_re, subject, p) != nullptr;
+      *any_first = begins || (m_first_is_literals ? m_beginnings.first_byte_seen()
+                                                  : next_start(m_re, subject, p) != nullptr);
     }
     return at;
   }

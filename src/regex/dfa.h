@@ -138,6 +138,7 @@ class Dfa {
   // next), or else holds one (looked for once before the automaton runs);
   // inactive when the program tells of none.
   LiteralSearch m_beginnings;
+  bool m_first_is_literals = false;  // the strings' first byte is all a match begins with
   LiteralSearch m_required;
   StateId m_starts[4] = {kUnknown, kUnknown, kUnknown, kUnknown};
   std::size_t m_memory = 0;

@@ -92,12 +92,25 @@ char const* LiteralSearch::next_in_set(char const* p) const {
   }
 }
 
+char const* LiteralSearch::next_in_line(char const* p) {
+  std::string const& s = m_strings.front();
+  m_first_seen = false;
+  for (;; ++p) {
+    p = std::strchr(p, s[0]);
+    if (p == nullptr) return nullptr;
+    m_first_seen = true;
+    if (std::strncmp(p + 1, s.c_str() + 1, s.size() - 1) == 0) return p;
+  }
+}
+
 char const* LiteralSearch::next(char const* p) {
   switch (m_kind) {
     case Kind::kByte:
-      return std::strchr(p, m_strings.front()[0]);
+      p = std::strchr(p, m_strings.front()[0]);
+      m_first_seen = p != nullptr;
+      return p;
     case Kind::kShortString:
-      return std::strstr(p, m_strings.front().c_str());
+      return next_in_line(p);
     case Kind::kString:
       return str::search::find_first(p, m_strings.front().c_str(), m_search).match;
     case Kind::kSet:

@@ -4,7 +4,7 @@
 // One string of its own case goes to the library's forward search (a vector
 // scan for a pair of its rarer bytes; strchr for one byte), or, for short
 // texts such as single lines, where that scan's setup would cost more than
-// it saves, to the C library's strstr.  A set, or a
+// it saves, to strchr for its first byte and a compare of the rest.  A set, or a
 // string compared without regard to case, goes to the many-strings vector
 // filter (findmany/nibble_filter.h), and each place it passes is compared
 // with the strings that begin with its byte.  That filter reads a text of
@@ -40,13 +40,20 @@ class LiteralSearch {
   // NULL when none does before the terminator.
   char const* next(char const* p);
 
+  // Whether the last next() met the first byte of a single string (of its
+  // own case) at all, found or not: a matcher whose matches all begin
+  // with that byte learns from it whether any can begin.
+  bool first_byte_seen() const { return m_first_seen; }
+
  private:
   enum class Kind { kNone, kByte, kShortString, kString, kSet };
   static bool accept(unsigned char const* place, void const* self);
   bool begins_at(unsigned char const* place, std::string const& s) const;
   char const* next_in_set(char const* p) const;
+  char const* next_in_line(char const* p);
 
   Kind m_kind = Kind::kNone;
+  bool m_first_seen = false;
   std::vector<std::string> m_strings;  // sorted, as images
   unsigned char m_image[256] = {};     // each byte as compared (lower case when folded)
   std::uint16_t m_first[257] = {};     // m_strings[m_first[b], m_first[b + 1]) begin with b
