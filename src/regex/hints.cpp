@@ -112,6 +112,17 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional) {
   set_follow_sets(re);
 }
 
+char const* sole_literal(Tcl_RegExp_ const* re) {
+  char const* const branch = first_node(re);
+  if (re->groups_plus_one != 1 || op(branch) != kBranch || op(next_node(branch)) != kEnd) {
+    return nullptr;
+  }
+  char const* const node = operand(branch);
+  if (op(node) != kExactly) return nullptr;
+  char const* const after = next_node(node);
+  return after != nullptr && op(after) == kEnd ? operand(node) : nullptr;
+}
+
 // The literals of the expression's single top-level alternative, if it has
 // one: the one its chain begins with, and the longest one on its chain.
 // The chain runs through groups (a group without alternatives is passed

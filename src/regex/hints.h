@@ -26,6 +26,10 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional);
 // or jumps to, exactly these positions.
 char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p);
 
+// The literal the whole expression is, when it is one string and nothing
+// else (no group, alternative, loop or anchor), else NULL.
+char const* sole_literal(Tcl_RegExp_ const* re);
+
 // The literals of the expression's single top-level alternative, if it has
 // one: the one its chain begins with (`prefix`), and the longest one on its
 // chain (`longest`): every match holds both.  Left empty otherwise.

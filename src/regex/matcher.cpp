@@ -302,6 +302,25 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
   return 0;
 }
 
+// An expression that is one literal: its first occurrence, found by strchr
+// for its first byte and a compare, as the walk, trying each place that
+// byte stands at, would find it; the ranges after a failure as the walk
+// leaves them (cleared when the first byte occurs at all).
+int literal_match(Tcl_RegExp_* re, char const* literal, char const* from) {
+  std::size_t const rest = std::strlen(literal + 1);
+  bool tried = false;
+  for (char const* p = from; (p = std::strchr(p, literal[0])) != nullptr; ++p) {
+    tried = true;
+    if (std::strncmp(p + 1, literal + 1, rest) == 0) {
+      re->startp[0] = p;
+      re->endp[0] = p + 1 + rest;
+      return 1;
+    }
+  }
+  if (tried) re->startp[0] = re->endp[0] = nullptr;
+  return 0;
+}
+
 // Set by the tests that compare the matchers, before they start threads.
 std::atomic<Strategy> g_strategy{Strategy::kAuto};
 
@@ -317,6 +336,9 @@ int execute(Tcl_RegExp_* re, char const* subject, char const* from) {
     Strategy const strategy = g_strategy.load(std::memory_order_relaxed);
     if (automata == nullptr || strategy == Strategy::kWalk) return walk_from(re, subject, from);
     if (strategy == Strategy::kPike) return linear_match(re, *automata->nfa, subject, from);
+    if (char const* const literal = sole_literal(re); literal != nullptr) {
+      return literal_match(re, literal, from);
+    }
     return automata_match(re, *automata, subject, from);
   } catch (std::bad_alloc const&) {
     if (re->automata != nullptr) re->automata->forget();
