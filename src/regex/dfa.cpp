@@ -31,6 +31,11 @@ constexpr std::size_t kStateOverhead = 96;
 // its next member costs more than it saves.
 constexpr int kMostFirstBytes = 24;
 constexpr int kShortFirstList = 16;
+// A state left on more bytes than this is not worth a jump to the next of
+// them; and the programs whose states are checked for staying (a closure
+// per class).
+constexpr std::size_t kMostExits = 3;
+constexpr int kMostClassesToStay = 16;
 
 }  // namespace
 
@@ -92,6 +97,7 @@ void Dfa::build_classes() {
   }
   for (int c = 0; c < 256; ++c) m_class[c] = static_cast<unsigned char>(cls[c]);
   m_classes = count;
+  for (int c = 255; c >= 0; --c) m_representative[m_class[c]] = static_cast<unsigned char>(c);
 }
 
 void Dfa::build_reverse_edges() {
@@ -127,6 +133,7 @@ void Dfa::flush() {
   m_ids.clear();
   m_lists.clear();
   m_flags.clear();
+  m_exits.clear();
   m_next.clear();
   std::fill(std::begin(m_starts), std::end(m_starts), kUnknown);
   m_memory = 0;
@@ -135,7 +142,8 @@ void Dfa::flush() {
   if (m_can_skip) {
     // Made now, so that every link to it carries its flag.
     StateId const idle = start_state(false, false);
-    m_flags[static_cast<std::size_t>(idle)] |= kIdle;
+    std::uint8_t& flags = m_flags[static_cast<std::size_t>(idle)];
+    flags = static_cast<std::uint8_t>((flags | kIdle) & ~kStays);
   }
 }
 
@@ -153,7 +161,37 @@ Dfa::StateId Dfa::state_for(std::vector<std::uint32_t> const& leaves) {
                            : std::binary_search(leaves.begin(), leaves.end(), m_nfa.start());
   m_flags.push_back(accepts ? kHasMatch : 0);
   m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), -1);
+  m_exits.emplace_back();
+  if (m_direction == Direction::kForward && !accepts && !leaves.empty() &&
+      stays_but_on(leaves, m_exits.back())) {
+    m_flags.back() |= kStays;
+  }
   return id;
+}
+
+// Whether a state of these instructions stays itself on every byte but a
+// few (`exits`): inside a quoted text, every byte but the quote.  Worked
+// out by the bytes' classes, a closure each, so only for programs of few
+// classes.
+bool Dfa::stays_but_on(std::vector<std::uint32_t> const& leaves, std::string& exits) {
+  if (m_classes > kMostClassesToStay) return false;
+  Seeds seeds;
+  std::vector<std::uint32_t> after;
+  for (int k = 1; k < m_classes; ++k) {  // (class 0 is the terminator's)
+    unsigned char const b = m_representative[k];
+    seeds.pcs.clear();
+    for (std::uint32_t const pc : leaves) {
+      Inst const& inst = m_nfa[pc];
+      if (is_taking(inst) && m_nfa.takes(inst, b)) seeds.pcs.push_back(inst.next);
+    }
+    close(seeds, after);
+    if (after == leaves) continue;
+    for (int c = 1; c < 256; ++c) {
+      if (m_class[c] == k) exits += static_cast<char>(c);
+    }
+    if (exits.size() > kMostExits) return false;
+  }
+  return true;
 }
 
 void Dfa::close(Seeds const& seeds, std::vector<std::uint32_t>& leaves) {
@@ -358,11 +396,13 @@ char const* Dfa::match_end(char const* subject, char const* from, Starts& starts
       p = skip(subject, p, first_skip ? &any_first : nullptr);
       if (first_skip) starts = any_first ? Starts::kSome : Starts::kNone;
       if (p == nullptr) return end;
+    } else if (link & kStays) {  // on to the next byte that changes the state
+      p += std::strcspn(p, m_exits[static_cast<std::size_t>(state_of(link))].c_str());
     }
     Link const* const table = m_next.data();
     Link next;
     for (;;) {
-      next = table[(link >> 3) + m_class[static_cast<unsigned char>(*p)]];
+      next = table[(link >> kFlagShift) + m_class[static_cast<unsigned char>(*p)]];
       if ((next & kSlowLink) != 0) break;
       link = next;
       ++p;
@@ -393,7 +433,7 @@ char const* Dfa::match_start(char const* subject, char const* from, char const* 
     Link const* const table = m_next.data();
     Link next = -1;
     while (q > fast_end) {
-      next = table[(link >> 3) + m_class[static_cast<unsigned char>(q[-1])]];
+      next = table[(link >> kFlagShift) + m_class[static_cast<unsigned char>(q[-1])]];
       if ((next & kSlowLink) != 0) break;
       link = next;
       --q;

@@ -68,17 +68,19 @@ class Dfa {
   using StateId = std::int32_t;
   static constexpr StateId kUnknown = -1;
   static constexpr StateId kDead = 0;
-  // The flags of a state.  The first three are also carried by the links
+  // The flags of a state.  The first four are also carried by the links
   // that lead to it, so that the search loop sees at once whether the next
   // state needs a closer look.
   enum Flag : std::uint8_t {
     kHasMatch = 1,  // forward: a match ends here; reverse: the program's start is reached
     kIdle = 2,      // forward: nothing under way, the next start may be skipped to
     kDeadEnd = 4,   // no way goes on
-    kEndKnown = 8,
-    kMatchAtEnd = 16,
+    kStays = 8,     // forward: the state stays itself on every byte but its exits
+    kEndKnown = 16,
+    kMatchAtEnd = 32,
   };
-  static constexpr int kLinkFlags = 7;
+  static constexpr int kLinkFlags = 15;
+  static constexpr int kFlagShift = 4;
   // A link the search loop leaves to its slow path: flagged, or not made
   // yet (negative).
   static constexpr std::int32_t kSlowLink = kLinkFlags | std::int32_t{-0x7fffffff - 1};
@@ -96,10 +98,11 @@ class Dfa {
   StateId state_for(std::vector<std::uint32_t> const& leaves);
   StateId transition(StateId from, unsigned char c, bool at_start);
   Link link_to(StateId state) const {
-    return static_cast<Link>((state * m_classes) << 3 |
+    return static_cast<Link>((state * m_classes) << kFlagShift |
                              (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
   }
-  StateId state_of(Link link) const { return (link >> 3) / m_classes; }
+  StateId state_of(Link link) const { return (link >> kFlagShift) / m_classes; }
+  bool stays_but_on(std::vector<std::uint32_t> const& leaves, std::string& exits);
   char const* skip(char const* subject, char const* p, bool* any_first);
   bool holds_required(char const* p);
   bool matches_at_end(StateId state, bool at_start);
@@ -129,6 +132,10 @@ class Dfa {
   std::vector<std::vector<std::uint32_t>> m_lists;
   std::vector<std::uint8_t> m_flags;
   std::vector<Link> m_next;
+  // Forward, per state flagged kStays: the bytes that take it elsewhere,
+  // for the C library's strcspn (which also stops at the terminator).
+  std::vector<std::string> m_exits;
+  unsigned char m_representative[256] = {};  // a byte of each class
   // Forward: what lets a search jump over text where no match can be.
   std::string m_first_list;  // the bytes a match can start with, when few and without the
                              // terminator
