@@ -41,6 +41,7 @@ constexpr int kMostClassesToStay = 16;
 
 Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     : m_nfa(nfa), m_re(re), m_direction(direction), m_mark(nfa.size(), 0) {
+  LiteralSet literals;
   m_search_start = re->anchored ? nfa.start() : nfa.search_start();
   if (direction == Direction::kForward) {
     int first_count = 0;
@@ -51,22 +52,15 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
     }
     // A short list without the terminator is searched for by the C library.
     if (re->first_bytes.has(0) || first_count > kShortFirstList) m_first_list.clear();
-    // Beginnings are found by the jumps, and a literal the hints require is
-    // looked for before the automata run: no second search for either.  An
-    // anchored expression fails on most subjects within a few bytes, sooner
-    // than a search of the whole subject would.
-    // A few first bytes are found by strcspn at less cost on a line than
-    // the vector filter of several strings, which pays on long texts.
-    LiteralSet const literals = required_literals(re);
-    if (literals.prefix) {
-      if (literals.strings.size() == 1 || m_first_list.empty()) {
-        m_beginnings.prepare(literals, true);
-        m_first_is_literals = literals.strings.size() == 1 && !literals.folded &&
-                              first_count == 1 && m_first_list.size() == 1 &&
-                              m_first_list[0] == literals.strings[0][0];
-      }
-    } else if (re->must == nullptr && !re->anchored) {
-      m_required.prepare(literals, true);
+    // Beginnings are found by the jumps.  A few first bytes are found by
+    // strcspn at less cost on a line than the vector filter of several
+    // strings, which pays on long texts.
+    literals = required_literals(re);
+    if (literals.prefix && (literals.strings.size() == 1 || m_first_list.empty())) {
+      m_beginnings.prepare(literals, true);
+      m_first_is_literals = literals.strings.size() == 1 && !literals.folded &&
+                            first_count == 1 && m_first_list.size() == 1 &&
+                            m_first_list[0] == literals.strings[0][0];
     }
     m_can_skip = !re->anchored && re->first_bytes_known &&
                  (first_count <= kMostFirstBytes || m_beginnings.active());
@@ -75,6 +69,28 @@ Dfa::Dfa(Nfa const& nfa, Tcl_RegExp_ const* re, Direction direction)
   for (std::uint32_t pc = 0; pc < nfa.size(); ++pc) m_tests_start |= nfa[pc].kind == Inst::kBol;
   if (direction == Direction::kReverse) build_reverse_edges();
   flush();
+  // Strings every match holds one of are looked for before the automaton
+  // runs, unless the hints' literal already is, or the expression is
+  // anchored and its start rules out most bytes (it fails on most subjects
+  // within a few bytes, sooner than a search of the whole subject would).
+  if (direction == Direction::kForward && !literals.prefix && re->must == nullptr &&
+      !(re->anchored && start_rules_out_most_bytes())) {
+    m_required.prepare(literals, true);
+  }
+}
+
+// Whether more than half of the byte values lead nowhere from the start
+// state at the subject's start.
+bool Dfa::start_rules_out_most_bytes() {
+  std::vector<std::uint32_t> const start = m_lists[static_cast<std::size_t>(start_state(true, false))];
+  int dead = 0;
+  for (int c = 1; c < 256; ++c) {
+    bool const taken = std::any_of(start.begin(), start.end(), [&](std::uint32_t pc) {
+      return is_taking(m_nfa[pc]) && m_nfa.takes(m_nfa[pc], static_cast<unsigned char>(c));
+    });
+    dead += taken ? 0 : 1;
+  }
+  return dead > 128;
 }
 
 // Two bytes share a class when every instruction that takes a byte takes

@@ -103,6 +103,7 @@ class Dfa {
   }
   StateId state_of(Link link) const { return (link >> kFlagShift) / m_classes; }
   bool stays_but_on(std::vector<std::uint32_t> const& leaves, std::string& exits);
+  bool start_rules_out_most_bytes();
   char const* skip(char const* subject, char const* p, bool* any_first);
   bool holds_required(char const* p);
   bool matches_at_end(StateId state, bool at_start);
