@@ -60,11 +60,31 @@ NibbleScan choose_scan() {
   }
 }
 
+// Chosen on first need (the processor's features are read then).
+NibbleScan vector_scan() {
+  static NibbleScan const scan = choose_scan();
+  return scan;
+}
+
 }  // namespace
+
+Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
+                             Byte const** rest, Accept accept, void const* context) {
+  *rest = p;
+  if (end - p < t.width) return end;
+  if (NibbleScan const scan = vector_scan(); scan != nullptr) {
+    return scan(t, p, end, rest, accept, context);
+  }
+  for (Byte const* const last = end - (t.width - 1); p < last; ++p) {
+    if (t.buckets_at(p) != 0 && accept(p, context)) return p;
+  }
+  *rest = p;
+  return end;
+}
 
 Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
                        void const* context) {
-  static NibbleScan const scan = choose_scan();
+  NibbleScan const scan = vector_scan();
   if (end - p < t.width) return end;
   if (scan != nullptr) {
     Byte const* rest = p;

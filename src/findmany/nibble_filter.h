@@ -63,6 +63,15 @@ using Accept = bool (*)(Byte const* place, void const* context);
 Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
                        void const* context);
 
+// The same, for a caller with more text after `end` (measured a piece at
+// a time): only the places a whole vector reaches are looked at, so that
+// no place is read byte by byte at the piece's end; when none passes,
+// `*rest` is the first place not looked at (where the next piece begins)
+// and `end` is returned.  Without a vector scan, every place with `width`
+// bytes before `end` is looked at.
+Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
+                             Byte const** rest, Accept accept, void const* context);
+
 // A scan over one instruction set: the first place in [p, end) that
 // passes, among those whose whole vector fits before `end`; `end` when no
 // such place passes, with `*rest` set to the first place not looked at.

@@ -79,16 +79,19 @@ bool LiteralSearch::accept(Byte const* place, void const* self) {
 }
 
 char const* LiteralSearch::next_in_set(char const* p) const {
-  auto const overlap = static_cast<std::size_t>(m_tables.width - 1);
   for (std::size_t piece = kFirstPiece;; piece = std::min(piece * 2, kLargestPiece)) {
     std::size_t const n = strnlen(p, piece);
     auto const* const from = reinterpret_cast<Byte const*>(p);
     Byte const* const end = from + n;
-    Byte const* const at = findmany::next_place(m_tables, from, end, accept, this);
+    if (n < piece) {  // the text's end: every place is looked at
+      Byte const* const at = findmany::next_place(m_tables, from, end, accept, this);
+      return at != end ? reinterpret_cast<char const*>(at) : nullptr;
+    }
+    // More text follows: the places the vectors leave begin the next piece.
+    Byte const* rest = from;
+    Byte const* const at = findmany::next_place_ahead(m_tables, from, end, &rest, accept, this);
     if (at != end) return reinterpret_cast<char const*>(at);
-    if (n < piece) return nullptr;  // the terminator: no string fits in the last bytes
-    // The last places of the piece, not looked at, begin the next one.
-    p += n - overlap;
+    p = reinterpret_cast<char const*>(rest);
   }
 }
 

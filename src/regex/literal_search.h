@@ -9,7 +9,7 @@
 // filter (findmany/nibble_filter.h), and each place it passes is compared
 // with the strings that begin with its byte.  That filter reads a text of
 // known length: the text is measured ahead of the scan in pieces that
-// double from 256 bytes, so a string found early costs no measuring of the
+// double from 256 bytes, so a string found early costs little measuring of the
 // rest, and a long text is measured once.
 #ifndef ZELSTR_REGEX_LITERAL_SEARCH_H
 #define ZELSTR_REGEX_LITERAL_SEARCH_H

@@ -173,10 +173,22 @@ TEST(RegexLiteralSearch, FindsThePlacesAWalkFinds) {
     search.prepare(set, gen.pick(2) == 0);
     // A set whose first bytes vary too much is not searched for.
     if (!search.active()) continue;
-    std::string const text = gen.text(gen.pick(4000), gen.pick(2) ? "abcdABxyz\n" : "xyzwaB");
+    // Some texts long enough for several of the pieces the search measures,
+    // of filler with a few of the strings put in at random (at a piece's
+    // last places too).
+    bool const sparse = gen.pick(4) == 0;
+    std::size_t const length = sparse ? 4000 + gen.pick(40000) : gen.pick(4000);
+    std::string text = gen.text(length, sparse ? "xyzw" : gen.pick(2) ? "abcdABxyz\n" : "xyzwaB");
+    for (unsigned k = sparse ? 1 + gen.pick(6) : 0; k > 0; --k) {
+      std::string const& s = set.strings[gen.pick(static_cast<unsigned>(set.strings.size()))];
+      // The first just before 256 bytes, where the first piece ends.
+      std::size_t const at = k == 1 ? 256 - s.size() - gen.pick(48)
+                                    : gen.pick(static_cast<unsigned>(text.size() - s.size()));
+      text.replace(at, s.size(), s);
+    }
     char const* const t = text.c_str();
     char const* const end = t + text.size();
-    for (char const* p = t + gen.pick(static_cast<unsigned>(text.size() + 1));;) {
+    for (char const* p = sparse ? t : t + gen.pick(static_cast<unsigned>(text.size() + 1));;) {
       char const* expected = p;
       while (expected < end && !begins_with_one(set, expected, end)) ++expected;
       if (expected == end) expected = nullptr;
