@@ -10,6 +10,7 @@
 #include "regex/nfa.h"
 #include "regex/program.h"
 #include "regex/record.h"
+#include "regex/staying_state.h"
 
 namespace zelstr::regex {
 
@@ -31,11 +32,6 @@ constexpr std::size_t kStateOverhead = 96;
 // its next member costs more than it saves.
 constexpr int kMostFirstBytes = 24;
 constexpr int kShortFirstList = 16;
-// A state left on more bytes than this is not worth a jump to the next of
-// them; and the programs whose states are checked for staying (a closure
-// per class).
-constexpr std::size_t kMostExits = 3;
-constexpr int kMostClassesToStay = 16;
 
 }  // namespace
 
@@ -113,7 +109,6 @@ void Dfa::build_classes() {
   }
   for (int c = 0; c < 256; ++c) m_class[c] = static_cast<unsigned char>(cls[c]);
   m_classes = count;
-  for (int c = 255; c >= 0; --c) m_representative[m_class[c]] = static_cast<unsigned char>(c);
 }
 
 void Dfa::build_reverse_edges() {
@@ -179,35 +174,25 @@ Dfa::StateId Dfa::state_for(std::vector<std::uint32_t> const& leaves) {
   m_next.resize(m_next.size() + static_cast<std::size_t>(m_classes), -1);
   m_exits.emplace_back();
   if (m_direction == Direction::kForward && !accepts && !leaves.empty() &&
-      stays_but_on(leaves, m_exits.back())) {
+      stays(leaves, m_exits.back())) {
     m_flags.back() |= kStays;
   }
   return id;
 }
 
 // Whether a state of these instructions stays itself on every byte but a
-// few (`exits`): inside a quoted text, every byte but the quote.  Worked
-// out by the bytes' classes, a closure each, so only for programs of few
-// classes.
-bool Dfa::stays_but_on(std::vector<std::uint32_t> const& leaves, std::string& exits) {
-  if (m_classes > kMostClassesToStay) return false;
+// few (staying_state.h), the terminator's class left out.
+bool Dfa::stays(std::vector<std::uint32_t> const& leaves, std::string& exits) {
   Seeds seeds;
-  std::vector<std::uint32_t> after;
-  for (int k = 1; k < m_classes; ++k) {  // (class 0 is the terminator's)
-    unsigned char const b = m_representative[k];
+  auto const after = [&](unsigned char b, std::vector<std::uint32_t>& next) {
     seeds.pcs.clear();
     for (std::uint32_t const pc : leaves) {
       Inst const& inst = m_nfa[pc];
       if (is_taking(inst) && m_nfa.takes(inst, b)) seeds.pcs.push_back(inst.next);
     }
-    close(seeds, after);
-    if (after == leaves) continue;
-    for (int c = 1; c < 256; ++c) {
-      if (m_class[c] == k) exits += static_cast<char>(c);
-    }
-    if (exits.size() > kMostExits) return false;
-  }
-  return true;
+    close(seeds, next);
+  };
+  return stays_but_on(leaves, m_class, m_classes, 1, after, exits);
 }
 
 void Dfa::close(Seeds const& seeds, std::vector<std::uint32_t>& leaves) {

@@ -102,7 +102,7 @@ class Dfa {
                              (m_flags[static_cast<std::size_t>(state)] & kLinkFlags));
   }
   StateId state_of(Link link) const { return (link >> kFlagShift) / m_classes; }
-  bool stays_but_on(std::vector<std::uint32_t> const& leaves, std::string& exits);
+  bool stays(std::vector<std::uint32_t> const& leaves, std::string& exits);
   bool start_rules_out_most_bytes();
   char const* skip(char const* subject, char const* p, bool* any_first);
   bool holds_required(char const* p);
@@ -136,7 +136,6 @@ class Dfa {
   // Forward, per state flagged kStays: the bytes that take it elsewhere,
   // for the C library's strcspn (which also stops at the terminator).
   std::vector<std::string> m_exits;
-  unsigned char m_representative[256] = {};  // a byte of each class
   // Forward: what lets a search jump over text where no match can be.
   std::string m_first_list;  // the bytes a match can start with, when few and without the
                              // terminator

@@ -2,7 +2,6 @@
 #include "regex/hints.h"
 
 #include <cstring>
-#include <string>
 
 #include "regex/program.h"
 #include "regex/record.h"
@@ -71,6 +70,17 @@ void set_follow_sets(Tcl_RegExp_* re) {
   }
 }
 
+// Whether the program is BRANCH, EXACTLY, END and nothing else.
+bool is_one_literal(Tcl_RegExp_ const* re) {
+  char const* const branch = first_node(re);
+  if (re->groups_plus_one != 1 || op(branch) != kBranch || op(next_node(branch)) != kEnd) {
+    return false;
+  }
+  char const* const node = operand(branch);
+  char const* const after = op(node) == kExactly ? next_node(node) : nullptr;
+  return after != nullptr && op(after) == kEnd;
+}
+
 }  // namespace
 
 char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p) {
@@ -107,42 +117,14 @@ void set_hints(Tcl_RegExp_* re, bool starts_optional) {
       }
     }
   }
+  re->one_literal = is_one_literal(re);
   re->first_bytes = ByteSet{};
   re->first_bytes_known = first_bytes(first_node(re), re->first_bytes, 0);
   set_follow_sets(re);
 }
 
 char const* sole_literal(Tcl_RegExp_ const* re) {
-  char const* const branch = first_node(re);
-  if (re->groups_plus_one != 1 || op(branch) != kBranch || op(next_node(branch)) != kEnd) {
-    return nullptr;
-  }
-  char const* const node = operand(branch);
-  if (op(node) != kExactly) return nullptr;
-  char const* const after = next_node(node);
-  return after != nullptr && op(after) == kEnd ? operand(node) : nullptr;
-}
-
-// The literals of the expression's single top-level alternative, if it has
-// one: the one its chain begins with, and the longest one on its chain.
-// The chain runs through groups (a group without alternatives is passed
-// through) but not into the operands of loops and alternatives, so every
-// match holds each literal it meets.
-void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest) {
-  char const* node = first_node(re);
-  if (op(node) != kBranch || op(next_node(node)) != kEnd) return;
-  node = operand(node);
-  bool first = true;
-  for (int steps = 0; node != nullptr && op(node) != kEnd && steps < 10000; ++steps) {
-    unsigned char const code = op(node);
-    if (code == kExactly) {
-      std::string const literal = operand(node);
-      if (first) prefix = literal;
-      if (literal.size() > longest.size()) longest = literal;
-    }
-    if (!is_open(code)) first = false;
-    node = next_node(node);
-  }
+  return re->one_literal ? operand(operand(first_node(re))) : nullptr;
 }
 
 }  // namespace zelstr::regex

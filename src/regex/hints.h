@@ -3,7 +3,6 @@
 #ifndef ZELSTR_REGEX_HINTS_H
 #define ZELSTR_REGEX_HINTS_H
 
-#include <string>
 
 struct Tcl_RegExp_;
 
@@ -29,11 +28,6 @@ char const* next_start(Tcl_RegExp_ const* re, char const* subject, char const* p
 // The literal the whole expression is, when it is one string and nothing
 // else (no group, alternative, loop or anchor), else NULL.
 char const* sole_literal(Tcl_RegExp_ const* re);
-
-// The literals of the expression's single top-level alternative, if it has
-// one: the one its chain begins with (`prefix`), and the longest one on its
-// chain (`longest`): every match holds both.  Left empty otherwise.
-void chain_literals(Tcl_RegExp_ const* re, std::string& prefix, std::string& longest);
 
 }  // namespace zelstr::regex
 

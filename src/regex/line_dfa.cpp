@@ -6,10 +6,10 @@
 #include <map>
 #include <new>
 
-#include "regex/hints.h"
 #include "regex/literal_set.h"
 #include "regex/nfa.h"
 #include "regex/record.h"
+#include "regex/staying_state.h"
 
 namespace zelstr::regex {
 namespace {
@@ -22,10 +22,6 @@ constexpr std::size_t kStateOverhead = 96;
 // Bytes a match can start with beyond this many are met so often that
 // jumping to the next costs more than it saves.
 constexpr std::size_t kMostStops = 16;
-// The same for the bytes that take a state elsewhere; and the programs
-// whose states are checked for staying (a closure per class).
-constexpr std::size_t kMostExits = 3;
-constexpr int kMostClassesToStay = 16;
 
 }  // namespace
 
@@ -77,7 +73,6 @@ void LineDfa::build_classes() {
   }
   for (int c = 0; c < 256; ++c) m_class[c] = static_cast<unsigned char>(cls[c]);
   m_classes = count;
-  for (int c = 255; c >= 0; --c) m_representative[m_class[c]] = static_cast<unsigned char>(c);
 }
 
 void LineDfa::flush() {
@@ -121,27 +116,20 @@ LineDfa::StateId LineDfa::state_for(std::vector<std::uint32_t> const& leaves) {
 
 // The bytes on which a state with these instructions leaves itself, line
 // ends included, when it stays itself on every other byte and the others
-// are few (inside a quoted text, all but the quote): the loop then jumps
-// to the next of them.  "" otherwise.  Worked out by the bytes' classes, a
-// closure each, so only for programs of few classes.
+// are few (staying_state.h); "" otherwise.  The classes of the line ends
+// and the terminator, which the loop hands to its slow path, are left out.
 std::string LineDfa::exits_of(std::vector<std::uint32_t> const& leaves) {
-  if (m_classes > kMostClassesToStay) return {};
-  std::string exits;
-  std::vector<std::uint32_t> seeds, after;
-  for (int k = kReturnClass + 1; k < m_classes; ++k) {
-    unsigned char const b = m_representative[k];
+  std::vector<std::uint32_t> seeds;
+  auto const after = [&](unsigned char b, std::vector<std::uint32_t>& next) {
     seeds.clear();
     for (std::uint32_t const pc : leaves) {
       Inst const& inst = m_nfa[pc];
       if (is_taking(inst) && m_nfa.takes(inst, b)) seeds.push_back(inst.next);
     }
-    close(seeds, false, false, after);
-    if (after == leaves) continue;
-    for (int c = 1; c < 256; ++c) {
-      if (m_class[c] == k) exits += static_cast<char>(c);
-    }
-    if (exits.size() > kMostExits) return {};
-  }
+    close(seeds, false, false, next);
+  };
+  std::string exits;
+  if (!stays_but_on(leaves, m_class, m_classes, kReturnClass + 1, after, exits)) return {};
   return exits + "\n\r";
 }
 

@@ -108,7 +108,6 @@ class LineDfa {
   // Per state flagged kStays: the bytes that take it elsewhere, line ends
   // included, for the C library's strcspn.
   std::vector<std::string> m_exits;
-  unsigned char m_representative[256] = {};  // a byte of each class
   std::vector<Link> m_next;  // m_classes per state
   StateId m_start = kUnknown;
   StateId m_idle = kUnknown;

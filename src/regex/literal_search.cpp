@@ -95,14 +95,13 @@ char const* LiteralSearch::next_in_set(char const* p) const {
   }
 }
 
-char const* LiteralSearch::next_in_line(char const* p) {
-  std::string const& s = m_strings.front();
-  m_first_seen = false;
+char const* find_by_first_byte(char const* p, char const* s, std::size_t n, bool& first_seen) {
+  first_seen = false;
   for (;; ++p) {
     p = std::strchr(p, s[0]);
     if (p == nullptr) return nullptr;
-    m_first_seen = true;
-    if (std::strncmp(p + 1, s.c_str() + 1, s.size() - 1) == 0) return p;
+    first_seen = true;
+    if (std::strncmp(p + 1, s + 1, n - 1) == 0) return p;
   }
 }
 
@@ -113,7 +112,7 @@ char const* LiteralSearch::next(char const* p) {
       m_first_seen = p != nullptr;
       return p;
     case Kind::kShortString:
-      return next_in_line(p);
+      return find_by_first_byte(p, m_strings.front().c_str(), m_strings.front().size(), m_first_seen);
     case Kind::kString:
       return str::search::find_first(p, m_strings.front().c_str(), m_search).match;
     case Kind::kSet:

@@ -24,6 +24,12 @@
 
 namespace zelstr::regex {
 
+// The first occurrence of `s` (`n` >= 1 bytes) at or after `p`, found by
+// strchr for its first byte and a compare: on a short text, cheaper than
+// any search with a setup.  `first_seen` tells whether that byte occurs
+// from `p` on at all.
+char const* find_by_first_byte(char const* p, char const* s, std::size_t n, bool& first_seen);
+
 class LiteralSearch {
  public:
   LiteralSearch() = default;
@@ -50,7 +56,6 @@ class LiteralSearch {
   static bool accept(unsigned char const* place, void const* self);
   bool begins_at(unsigned char const* place, std::string const& s) const;
   char const* next_in_set(char const* p) const;
-  char const* next_in_line(char const* p);
 
   Kind m_kind = Kind::kNone;
   bool m_first_seen = false;

@@ -21,6 +21,7 @@
 #include "frame/per_thread.h"
 #include "regex/automata.h"
 #include "regex/hints.h"
+#include "regex/literal_search.h"
 #include "regex/linear.h"
 #include "regex/program.h"
 #include "regex/record.h"
@@ -302,20 +303,17 @@ bool contains_required(Tcl_RegExp_ const* re, char const* subject) {
   return 0;
 }
 
-// An expression that is one literal: its first occurrence, found by strchr
-// for its first byte and a compare, as the walk, trying each place that
-// byte stands at, would find it; the ranges after a failure as the walk
-// leaves them (cleared when the first byte occurs at all).
+// An expression that is one literal: its first occurrence, as the walk,
+// trying each place its first byte stands at, would find it; the ranges
+// after a failure as the walk leaves them (cleared when it tried a place).
 int literal_match(Tcl_RegExp_* re, char const* literal, char const* from) {
-  std::size_t const rest = std::strlen(literal + 1);
+  std::size_t const length = std::strlen(literal);
   bool tried = false;
-  for (char const* p = from; (p = std::strchr(p, literal[0])) != nullptr; ++p) {
-    tried = true;
-    if (std::strncmp(p + 1, literal + 1, rest) == 0) {
-      re->startp[0] = p;
-      re->endp[0] = p + 1 + rest;
-      return 1;
-    }
+  char const* const at = find_by_first_byte(from, literal, length, tried);
+  if (at != nullptr) {
+    re->startp[0] = at;
+    re->endp[0] = at + length;
+    return 1;
   }
   if (tried) re->startp[0] = re->endp[0] = nullptr;
   return 0;

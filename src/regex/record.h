@@ -28,6 +28,7 @@ struct Tcl_RegExp_ {
   bool anchored;     // matches only at the start of the subject
   char const* must;  // a literal every match contains (in the program), or NULL
   std::size_t must_length;
+  bool one_literal;  // the expression is one literal and nothing else
   // The bytes a match can start with (bit b of entry b / 64), computed from
   // the program; valid when `first_bytes_known`, and then a position whose
   // byte is not in it is skipped without a try.

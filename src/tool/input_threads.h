@@ -43,30 +43,31 @@ void for_each_input_on_threads(Invocation& inv, std::span<char const* const> nam
   unsigned const threads = threads_for(inv, walk ? SIZE_MAX : listed.names.size());
   if (threads == 0) return;
   if (threads == 1) {
+    if (walk) listed = files_to_read(inv, names);
     auto reader = make();
-    read_each(inv, walk ? files_to_read(inv, names) : listed,
-              [&reader](Input& in) { (*reader)(in); });
+    read_each(inv, listed, [&reader](Input& in) { (*reader)(in); });
     return;
   }
   FileFeed feed;
   std::exception_ptr walk_failure;
-  auto find = [&] {
-    try {
-      if (walk) {
-        find_files(inv, names, feed);
-      } else {
-        for (std::string& name : listed.names) feed.add(std::move(name));
-      }
-    } catch (...) {  // memory ran out: told once the readers have stopped
-      walk_failure = std::current_exception();
-    }
-    feed.finish();
-  };
   std::thread walker;
-  try {
-    walker = std::thread(find);
-  } catch (std::system_error const&) {  // no thread: the walk first
-    find();
+  if (walk) {
+    auto find = [&] {
+      try {
+        find_files(inv, names, feed);
+      } catch (...) {  // memory ran out: told once the readers have stopped
+        walk_failure = std::current_exception();
+      }
+      feed.finish();
+    };
+    try {
+      walker = std::thread(find);
+    } catch (std::system_error const&) {  // no thread: the walk first
+      find();
+    }
+  } else {
+    for (std::string& name : listed.names) feed.add(std::move(name));
+    feed.finish();
   }
   OrderedOutput output;
   std::atomic<std::size_t> next{0};

@@ -14,6 +14,7 @@
 
 #include "regex/match_outcome.h"
 #include "regex/matcher.h"
+#include "regex/random_expressions.h"
 #include "zelstr/regex.h"
 
 namespace {
@@ -22,52 +23,17 @@ using zelstr::regex::Strategy;
 
 using zelstr::test::match_outcome;
 
-class Generator {
+// Expressions over a small alphabet: classes, groups, alternatives, the
+// three quantifiers, anchors; subjects of up to 12 bytes.
+class Generator : public zelstr::test::RandomExpressions {
  public:
-  explicit Generator(unsigned seed) : m_random(seed) {}
+  explicit Generator(unsigned seed)
+      : RandomExpressions(seed,
+                          {"a", "b", "c", "ab", ".", "[ab]", "[^a]", "[[:alpha:]]", "[a-b-]", "\\-",
+                           "^", "$", "-"},
+                          {"", "", "*", "+", "?"}, 4) {}
 
-  std::string expression(int depth = 0) {
-    std::string out = branch(depth);
-    while (pick(4) == 0) {
-      out += '|';
-      out += branch(depth);
-    }
-    return out;
-  }
-
-  std::string subject() {
-    static char const kAlphabet[] = "aabbc-";
-    std::string s(pick(13), ' ');
-    for (char& c : s) c = kAlphabet[pick(sizeof kAlphabet - 1)];
-    return s;
-  }
-
-  unsigned pick(unsigned n) { return static_cast<unsigned>(m_random() % n); }
-
- private:
-  std::string branch(int depth) {
-    std::string out;
-    for (unsigned n = 1 + pick(4); n > 0; --n) out += piece(depth);
-    return out;
-  }
-
-  std::string piece(int depth) {
-    static char const* const kAtoms[] = {"a",           "b",      "c",   "ab", ".", "[ab]", "[^a]",
-                                         "[[:alpha:]]", "[a-b-]", "\\-", "^",  "$", "-"};
-    std::string atom;
-    if (depth < 3 && pick(4) == 0) {
-      atom += '(';
-      atom += expression(depth + 1);
-      atom += ')';
-    } else {
-      atom = kAtoms[pick(sizeof kAtoms / sizeof *kAtoms)];
-    }
-    static char const* const kQuantifiers[] = {"", "", "*", "+", "?"};
-    atom += kQuantifiers[pick(5)];
-    return atom;
-  }
-
-  std::mt19937 m_random;
+  std::string subject() { return text(pick(13), "aabbc-"); }
 };
 
 TEST(RegexLinear, EveryMatcherGivesTheWalksResults) {

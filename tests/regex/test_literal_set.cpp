@@ -15,6 +15,7 @@
 #include "regex/literal_search.h"
 #include "regex/literal_set.h"
 #include "regex/match_outcome.h"
+#include "regex/random_expressions.h"
 #include "zelstr/regex.h"
 
 namespace {
@@ -24,46 +25,14 @@ using zelstr::regex::LiteralSet;
 using zelstr::regex::Strategy;
 using zelstr::test::match_outcome;
 
-class Words {
+// Expressions rich in literals, short lists and groups.
+class Words : public zelstr::test::RandomExpressions {
  public:
-  explicit Words(unsigned seed) : m_random(seed) {}
-
-  unsigned pick(unsigned n) { return static_cast<unsigned>(m_random() % n); }
-
-  std::string expression(int depth = 0) {
-    std::string out = branch(depth);
-    while (pick(3) == 0) out += '|' + branch(depth);
-    return out;
-  }
-
-  std::string text(std::size_t length, char const* alphabet) {
-    std::string s(length, ' ');
-    std::size_t const n = std::strlen(alphabet);
-    for (char& c : s) c = alphabet[pick(static_cast<unsigned>(n))];
-    return s;
-  }
-
- private:
-  std::string branch(int depth) {
-    std::string out;
-    for (unsigned n = 1 + pick(4); n > 0; --n) out += piece(depth);
-    return out;
-  }
-
-  std::string piece(int depth) {
-    static char const* const kAtoms[] = {"a",    "b",  "ab", "ba",  "abc",  "Ab",  "[ab]", "[aA]",
-                                         "[bc]", ".",  "^",  "$",   "[^a]", "cab", "B",    "[abcAB]"};
-    std::string atom;
-    if (depth < 3 && pick(4) == 0) {
-      atom = '(' + expression(depth + 1) + ')';
-    } else {
-      atom = kAtoms[pick(sizeof kAtoms / sizeof *kAtoms)];
-    }
-    static char const* const kQuantifiers[] = {"", "", "", "*", "+", "?"};
-    return atom + kQuantifiers[pick(6)];
-  }
-
-  std::mt19937 m_random;
+  explicit Words(unsigned seed)
+      : RandomExpressions(seed,
+                          {"a", "b", "ab", "ba", "abc", "Ab", "[ab]", "[aA]", "[bc]", ".", "^", "$",
+                           "[^a]", "cab", "B", "[abcAB]"},
+                          {"", "", "", "*", "+", "?"}, 3) {}
 };
 
 unsigned char image(unsigned char c, bool folded) {
