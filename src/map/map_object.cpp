@@ -83,8 +83,17 @@ char* _zmapstrapply(void* map, char* string) noexcept {
     warn(msg::kMapStrapplyInvalid);
     return string;
   }
-  auto* const p = reinterpret_cast<Byte*>(string);
-  translate_span(table_of(map), p, p + std::strlen(string));
+  // A short string is translated and measured in one loop, as a caller's
+  // own loop would; only a longer one is measured for the vector kernel.
+  // (The table keeps the terminator: entry 0 is 0.)
+  Byte const* const table = table_of(map);
+  auto* p = reinterpret_cast<Byte*>(string);
+  for (auto* const short_end = p + zelstr::map::Translator::kKernelFrom; p < short_end; ++p) {
+    Byte const c = *p;
+    if (c == 0) return string;
+    *p = table[c];
+  }
+  translate_span(table, p, p + std::strlen(reinterpret_cast<char*>(p)));
   return string;
 }
 

@@ -54,9 +54,9 @@ Translator::Translator(frame::Isa isa, Byte const* table) noexcept
   read_rows(table, m_rows);
 }
 
-void Translator::translate_long(Byte* from, Byte* to) const noexcept {
+void Translator::translate_long(Byte* from, Byte* to, Byte const* limit) const noexcept {
   if (m_rows.count == 0) return;  // the identity
-  if (m_kernel != nullptr) from = m_kernel(m_rows, from, to);
+  if (m_kernel != nullptr) from = m_kernel(m_rows, from, to, limit);
   translate_bytes(m_table, from, to);
 }
 

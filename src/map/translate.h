@@ -32,9 +32,12 @@ struct TableRows {
 };
 void read_rows(Byte const* table, TableRows& rows) noexcept;
 
-// A kernel translates whole vectors from `from` on and returns where it
-// stopped (fewer than a vector's bytes before `to`).
-using TranslateKernel = Byte* (*)(TableRows const& rows, Byte* from, Byte* to);
+// A kernel translates [from, to) and returns `to`, or returns `from`
+// untouched when the span is shorter than its vector.  When the bytes up
+// to `limit` are the caller's to read and write, a shorter span whose
+// vector fits before `limit` is translated too, the bytes after `to`
+// written back unchanged (`limit` = `to` touches nothing after the span).
+using TranslateKernel = Byte* (*)(TableRows const& rows, Byte* from, Byte* to, Byte const* limit);
 TranslateKernel translate_ssse3();
 TranslateKernel translate_avx2();
 TranslateKernel translate_neon();
@@ -54,17 +57,28 @@ class Translator {
   // runs of SQL code between literals are) take the plain loop inline.
   void operator()(Byte* from, Byte* to) const noexcept {
     if (to - from >= kKernelFrom) {
-      translate_long(from, to);
+      translate_long(from, to, to);
+      return;
+    }
+    translate_bytes(m_table, from, to);
+  }
+  // The same where the bytes from `to` up to `limit` may be read and written
+  // back unchanged: a short span then costs one vector, not a loop.
+  void operator()(Byte* from, Byte* to, Byte const* limit) const noexcept {
+    if (to - from >= kKernelFrom || (to - from >= kWindowFrom && limit - from >= kKernelFrom)) {
+      translate_long(from, to, limit);
       return;
     }
     translate_bytes(m_table, from, to);
   }
 
-  // Below this many bytes the plain loop is as fast as a kernel.
+  // Below this many bytes the plain loop is as fast as a kernel; below
+  // the second, as fast as one vector.
   static constexpr std::ptrdiff_t kKernelFrom = 32;
+  static constexpr std::ptrdiff_t kWindowFrom = 4;
 
  private:
-  void translate_long(Byte* from, Byte* to) const noexcept;
+  void translate_long(Byte* from, Byte* to, Byte const* limit) const noexcept;
 
   Byte const* m_table;
   TranslateKernel m_kernel;

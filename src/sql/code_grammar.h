@@ -7,6 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace zelstr::sql::code {
 
@@ -66,14 +69,22 @@ class StopSet {
         m_line(splat(grammar.commands ? '\n' : '\'')) {}
 
   // The place (0 to 15) of the first stop byte among the sixteen at `p`,
-  // or 16 when none is: the compares give 0xFF for a stop byte, so in the
-  // two halves read as numbers the first one is found by counting zero
-  // bits from the end the first byte is stored at.
+  // or 16 when none is.  The compares give 0xFF for a stop byte.  On
+  // x86-64, whose every processor has SSE2, one instruction gathers their
+  // top bits into a mask.  Elsewhere the two halves are read as numbers
+  // and the first one is found by counting zero bits from the end the
+  // first byte is stored at (a branch more, on which half holds it).
   unsigned first_in(Byte const* p) const {
     Block v;
     std::memcpy(&v, p, sizeof v);
     Block const hit = (v == m_quote) | (v == m_double) | (v == m_dash) | (v == m_slash) |
                       (v == m_bracket) | (v == m_line);
+#if defined(__SSE2__)
+    __m128i h;
+    std::memcpy(&h, &hit, sizeof h);
+    unsigned const bits = static_cast<unsigned>(_mm_movemask_epi8(h));
+    return static_cast<unsigned>(__builtin_ctz(bits | 0x10000u));  // 16 when none
+#else
     std::uint64_t halves[2];
     std::memcpy(halves, &hit, sizeof halves);
     for (unsigned half = 0; half < 2; ++half) {
@@ -84,6 +95,7 @@ class StopSet {
       return 8 * half + static_cast<unsigned>(zeros) / 8;
     }
     return 16;
+#endif
   }
 
  private:

@@ -32,33 +32,53 @@ constexpr IdentityTable make_identity() {
 }
 constexpr IdentityTable kIdentity = make_identity();
 
+// Code is translated a stretch at a time: everything between two spans
+// that keep their bytes (a literal, a comment, a byte the map would change
+// but that must stay) goes through the table in one call, names included,
+// so that the many short runs between literals and names cost one vector
+// pass rather than a loop each.  A span is only translated once the
+// scanner has handed over the bytes after it, and the scanner never reads
+// a byte it has handed over.
 class Mapper {
  public:
-  explicit Mapper(Byte const* table) : m_table(table), m_translate(table) {}
+  // The text's terminator is at `end`.
+  Mapper(Byte const* table, Byte const* text, Byte const* end)
+      : m_table(table), m_translate(table), m_next(text), m_limit(end + 1) {}
 
   // The CR of a CR LF that ends a line comment is kept with the comment,
   // as this function always did.
-  void code(Byte const* from, Byte const* to) {
-    if (m_after_line_comment && *from == '\r') ++from;
+  void code(Byte const* from, Byte const*) {
+    if (m_after_line_comment && *from == '\r') keep_byte(from);
     m_after_line_comment = false;
-    translate(from, to);
   }
-  void lone(Byte const*) { m_after_line_comment = false; }
+  void lone(Byte const* p) {
+    m_after_line_comment = false;
+    keep_byte(p);
+  }
   // Where the part handed over last begins.
   Byte const* last_begin() const { return m_last_begin; }
   void part(code::Part const& part) {
     m_last_begin = part.begin;
     m_after_line_comment = part.kind == Kind::kLineComment;
     if (part.kind == Kind::kName) {
-      translate(part.content, part.end);
-    } else if (part.kind == Kind::kString) {
-      keep_prefix_case(part.begin, part.content - 1);
+      for (Byte const* p = part.begin; p < part.content; ++p) keep_byte(p);
+      return;
     }
+    keep(part.begin, part.end);
+    if (part.kind == Kind::kString) keep_prefix_case(part.begin, part.content - 1);
   }
+  // Translates what is left before `end`.
+  void finish(Byte const* end) { keep(end, end); }
 
  private:
-  void translate(Byte const* from, Byte const* to) const {
-    m_translate(const_cast<Byte*>(from), const_cast<Byte*>(to));
+  // [from, to) keeps its bytes: the stretch before it is translated now.
+  void keep(Byte const* from, Byte const* to) {
+    m_translate(const_cast<Byte*>(m_next), const_cast<Byte*>(from), m_limit);
+    m_next = to;
+  }
+  // A byte the table leaves as it is needs no keeping.
+  void keep_byte(Byte const* p) {
+    if (m_table[*p] != *p) keep(p, p + 1);
   }
 
   // Translates a prefix except an N or a U the map would put in lower case.
@@ -73,6 +93,8 @@ class Mapper {
 
   Byte const* m_table;
   zelstr::map::Translator m_translate;
+  Byte const* m_next;   // the first byte not yet translated nor kept
+  Byte const* m_limit;  // the text and its terminator end here
   bool m_after_line_comment = false;
   Byte const* m_last_begin = nullptr;
 };
@@ -88,11 +110,13 @@ void _zmaptsqlapply(void* map, char* code, int quotedId, int* context, int* open
       map == nullptr || zelstr::map::is_bad(map) ? kIdentity.at : zelstr::map::table_of(map);
   code::Grammar grammar;
   grammar.quoted_id = quotedId != 0;
-  Mapper mapper(table);
+  auto const* const text = reinterpret_cast<Byte const*>(code);
+  Mapper mapper(table, text, text + length);
   Kind const kind = code::scan(grammar, code, length, mapper);
+  mapper.finish(text + length);
   if (context != nullptr) *context = static_cast<int>(kind);
   if (open != nullptr && kind != Kind::kCode) {
-    *open = static_cast<int>(mapper.last_begin() - reinterpret_cast<Byte const*>(code));
+    *open = static_cast<int>(mapper.last_begin() - text);
   }
 }
 
