@@ -27,10 +27,15 @@ unsigned int _zstrrspn(char const* s, char const* accept) noexcept {
     warn(msg::kRspnNullAccept);
     return 0;
   }
-  bool in[256] = {};
-  for (char const* a = accept; *a != '\0'; ++a) in[static_cast<unsigned char>(*a)] = true;
   std::size_t const n = std::strlen(s);
   std::size_t i = n;
+  if (accept[0] != '\0' && accept[1] == '\0') {
+    // One byte (a blank, most often): no table to fill for a short run.
+    while (i > 0 && s[i - 1] == accept[0]) --i;
+    return static_cast<unsigned int>(n - i);
+  }
+  bool in[256] = {};
+  for (char const* a = accept; *a != '\0'; ++a) in[static_cast<unsigned char>(*a)] = true;
   while (i > 0 && in[static_cast<unsigned char>(s[i - 1])]) --i;
   return static_cast<unsigned int>(n - i);
 }

@@ -1,43 +1,89 @@
 // line_rewrite.h - the commands that rewrite each line alone (trim, quote,
-// unquote), over an input a stretch of lines at a time: each line is handed
-// over zero-terminated in place, and what becomes of a stretch is gathered
-// and written in one piece, not a line at a time.
+// unquote), over an input a stretch of lines at a time.  Most lines of a
+// script go through such a command unchanged (few start or end with a
+// blank, fewer are quoted): the command says so from the line's bytes, and
+// a run of such lines is copied in one piece with the stretch, so that a
+// line costs a search for its line feed and a test, not a rewrite.  What
+// becomes of a stretch is gathered and written in one piece.
 #ifndef ZELSTR_TOOL_LINE_REWRITE_H
 #define ZELSTR_TOOL_LINE_REWRITE_H
 
-#include <string>
+#include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "tool/input.h"
+#include "tool/line_feeds.h"
 
 namespace zelstr::tool {
 
-// Calls `each(line, length, out)` on every line of every input (see
-// for_each_input), which appends the line's new text to `out`; the line's
-// own end follows it ("\n", "\r\n", or none for a last line without one),
-// so that a text goes through unchanged but for what the command does.
-template <class Each>
-void rewrite_lines(Invocation& invocation, std::span<char const* const> names, Each each) {
-  std::string out;
+// The new text of a stretch, written into room made beforehand for the
+// most a command makes of it: three bytes for each byte of the stretch
+// (a line, at least its line feed, gains two quotes at most), so that
+// writing a piece is a copy with no test for room.
+class Rewritten {
+ public:
+  void start(std::size_t stretch) {
+    std::size_t const most = 3 * stretch + 2;
+    if (most > m_room) {
+      m_bytes = std::make_unique_for_overwrite<char[]>(most);
+      m_room = most;
+    }
+    m_size = 0;
+  }
+  void push_back(char c) { m_bytes[m_size++] = c; }
+  void append(char const* text, std::size_t length) {
+    std::memcpy(m_bytes.get() + m_size, text, length);
+    m_size += length;
+  }
+  void append(char const* text) { append(text, std::strlen(text)); }
+  std::string_view text() const { return {m_bytes.get(), m_size}; }
+
+ private:
+  std::unique_ptr<char[]> m_bytes;
+  std::size_t m_room = 0;
+  std::size_t m_size = 0;
+};
+
+// For every line of every input (see for_each_input): `keeps(line, length)`
+// tells that the line goes through unchanged; any other line is handed to
+// `each(line, length, out)`, zero-terminated in place, which appends the
+// line's new text to `out`.  A line's own end follows it ("\n", "\r\n",
+// or none for a last line without one), so that a text goes through
+// unchanged but for what the command does.
+template <class Keeps, class Each>
+void rewrite_lines(Invocation& invocation, std::span<char const* const> names, Keeps keeps,
+                   Each each) {
+  Rewritten out;
   for_each_input(invocation, names, [&](Input& in) {
     Lines lines;
     while (in.next_lines(lines, false)) {
-      out.clear();
-      LineLocator locate(lines, false);
-      char const* const end = lines.text + lines.length;
-      for (char const* at = lines.text; at < end;) {
-        PickedLine const line = locate.line_from(at);
-        // The stretch is the input's own writable buffer: the line's end is
-        // its terminator meanwhile, then put back for the locator.
-        auto* const text = const_cast<char*>(line.text.data());
-        char const kept = text[line.text.size()];
-        text[line.text.size()] = '\0';
-        each(text, line.text.size(), out);
-        text[line.text.size()] = kept;
-        out.append(line.end);
-        at = locate.after(line);
-      }
-      write_out(out);
+      out.start(lines.length);
+      char* const end = lines.text + lines.length;
+      char const* copied = lines.text;  // what is before here is in `out`
+      char* line = lines.text;
+      // The line from `line` to `text_end`, whose end runs to `next`.
+      auto const take = [&](char* text_end, char* next) {
+        std::size_t const length = static_cast<std::size_t>(text_end - line);
+        if (!keeps(line, length)) {
+          out.append(copied, static_cast<std::size_t>(line - copied));
+          // The stretch is the input's own writable buffer: the line's end
+          // is its terminator meanwhile.
+          char const kept = *text_end;
+          *text_end = '\0';
+          each(line, length, out);
+          *text_end = kept;
+          out.append(text_end, static_cast<std::size_t>(next - text_end));
+          copied = next;
+        }
+        line = next;
+      };
+      for_each_line_feed(lines.text, end, [&](char* feed) {
+        take(feed > line && feed[-1] == '\r' ? feed - 1 : feed, feed + 1);
+      });
+      if (line < end) take(end, end);  // a last line without its line feed
+      out.append(copied, static_cast<std::size_t>(end - copied));
+      write_out(out.text());
     }
   });
 }

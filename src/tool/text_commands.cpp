@@ -81,30 +81,6 @@ int run_replace(Invocation& inv) {
   return inv.exit_status();
 }
 
-namespace {
-
-void trim_spaces(char* line, bool left, bool right) {
-  if (left) {
-    _zstrltrim(line);
-  } else if (right) {
-    _zstrrtrim(line);
-  } else {
-    _zstrbtrim(line);
-  }
-}
-
-void trim_chars(char* line, char const* chars, bool left, bool right) {
-  if (left) {
-    _zstrltrimex(line, chars);
-  } else if (right) {
-    _zstrrtrimex(line, chars);
-  } else {
-    _zstrbtrimex(line, chars);
-  }
-}
-
-}  // namespace
-
 // trim [--left|--right] [--chars LIST] [FILE...]
 int run_trim(Invocation& inv) {
   bool const left = inv.flag("--left"), right = inv.flag("--right");
@@ -115,21 +91,19 @@ int run_trim(Invocation& inv) {
   auto const trimmed = [chars](char c) {
     return chars == nullptr ? c == ' ' : c != '\0' && std::strchr(chars, c) != nullptr;
   };
-  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
+  // Most lines have nothing to trim: they pass whole, measured already.
+  auto const keeps = [&](char const* line, std::size_t length) {
     inv.found();
-    // Most lines have nothing to trim: they pass whole, measured already.
-    bool const changes =
-        length > 0 && ((head && trimmed(line[0])) || (tail && trimmed(line[length - 1])));
-    if (!changes) {
-      out.append(line, length);
-      return;
-    }
-    if (chars == nullptr) {
-      trim_spaces(line, left, right);
-    } else {
-      trim_chars(line, chars, left, right);
-    }
-    out.append(line);
+    return length == 0 || !((head && trimmed(line[0])) || (tail && trimmed(line[length - 1])));
+  };
+  // The line is cut where the library's measures of its runs say, not
+  // moved: what is kept goes to the output from where it lies.
+  char const* const set = chars == nullptr ? " " : chars;
+  rewrite_lines(inv, inv.operands(), keeps, [&](char* line, std::size_t length, Rewritten& out) {
+    std::size_t const lead = head && trimmed(line[0]) ? _zstrspn(line, set) : 0;
+    std::size_t const trail =
+        tail && lead < length && trimmed(line[length - 1]) ? _zstrrspn(line + lead, set) : 0;
+    out.append(line + lead, length - lead - trail);
   });
   return inv.exit_status();
 }
@@ -174,12 +148,12 @@ bool quote_char(Invocation& inv, char fallback, char& quote) {
 int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
-    std::size_t const at = out.size();
+  auto const keeps = [](char const*, std::size_t) { return false; };
+  rewrite_lines(inv, inv.operands(), keeps, [&](char* line, std::size_t length, Rewritten& out) {
+    // What _zstrenquote makes of the line, framed where it is written.
+    out.push_back(quote);
     out.append(line, length);
-    out.append(3, '\0');
-    _zstrenquote(out.data() + at, quote);
-    out.resize(at + length + 2);
+    out.push_back(quote);
     inv.found();
   });
   return inv.exit_status();
@@ -191,14 +165,13 @@ int run_quote(Invocation& inv) {
 int run_unquote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  rewrite_lines(inv, inv.operands(), [&](char* line, std::size_t length, std::string& out) {
-    // A line that is not quoted stays as it is, the library warning why: a
-    // warning only -W shows is not asked for.
-    bool const quoted = length >= 2 && line[0] == quote && line[length - 1] == quote;
-    if (!quoted && !inv.warnings_shown()) {
-      out.append(line, length);
-      return;
-    }
+  // A line that is not quoted stays as it is, the library warning why: a
+  // warning only -W shows is not asked for.
+  bool const warnings = inv.warnings_shown();
+  auto const keeps = [quote, warnings](char const* line, std::size_t length) {
+    return !warnings && !(length >= 2 && line[0] == quote && line[length - 1] == quote);
+  };
+  rewrite_lines(inv, inv.operands(), keeps, [&](char* line, std::size_t, Rewritten& out) {
     inv.clear_warning();
     _zstrunquoted(line, quote, line);
     if (inv.last_warning().empty()) inv.found();

@@ -192,6 +192,10 @@ TEST_F(Search, CharacterSearchesAndSpans) {
     }
     ASSERT_EQ(_zstrspn(s.c_str(), "a "), head);
     ASSERT_EQ(_zstrrspn(s.c_str(), "a "), tail);
+    std::size_t blanks = 0;  // a list of one byte
+    while (blanks < s.size() && s[s.size() - 1 - blanks] == ' ') ++blanks;
+    ASSERT_EQ(_zstrrspn(s.c_str(), " "), blanks);
+    ASSERT_EQ(_zstrrspn(s.c_str(), ""), 0u);
   }
   EXPECT_TRUE(zelstr::test::filed_nothing());
 }

@@ -418,6 +418,21 @@ class Lines(unittest.TestCase):
         self.check_commands(lines, [b"\r\n", b"\n", b"\r\n", b"\r\n", b""])
         self.check_commands(lines[:2], [b"\r\n", b"\r\n"])
 
+    def test_the_line_rewriting_commands_over_stretches_of_many_lines(self):
+        # Lines of every length up to two blocks of the line-feed scan, some
+        # framed by "x", in more text than one stretch of input.
+        rng = random.Random(5)
+        lines, ends = [], []
+        while sum(map(len, lines)) < 400000:
+            line = bytes(rng.choice(b"ax \r") for _ in range(rng.randrange(140))).rstrip(b"\r")
+            lines.append(b"x" + line + b"x" if rng.random() < 0.2 else line)
+            ends.append(rng.choice([b"\n", b"\r\n"]))
+        ends[-1] = b""
+        text = b"".join(l + e for l, e in zip(lines, ends))
+        for args in (["trim"], ["trim", "--left"], ["trim", "--right", "--chars", "x"], ["quote"],
+                     ["unquote", "-c", "x"], ["map", "A-Z=a-z"], ["replace", "a", "bb"]):
+            self.assertEqual(model(args, lines, ends), zelstr(*args, stdin=text).stdout, args)
+
     def test_a_map_that_translates_line_ends_keeps_them(self):
         # "_" for LF and CR: a lone CR is text, the CR of a CRLF end is not
         # (also when the block the tool reads ends between the two).
