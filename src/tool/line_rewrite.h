@@ -66,14 +66,14 @@ void rewrite_lines(Invocation& invocation, std::span<char const* const> names, K
       auto const take = [&](char* text_end, char* next) {
         std::size_t const length = static_cast<std::size_t>(text_end - line);
         if (!keeps(line, length)) {
-          out.append(copied, static_cast<std::size_t>(line - copied));
+          if (copied != line) out.append(copied, static_cast<std::size_t>(line - copied));
           // The stretch is the input's own writable buffer: the line's end
           // is its terminator meanwhile.
           char const kept = *text_end;
           *text_end = '\0';
           each(line, length, out);
           *text_end = kept;
-          out.append(text_end, static_cast<std::size_t>(next - text_end));
+          for (char const* e = text_end; e < next; ++e) out.push_back(*e);  // "\n", "\r\n", ""
           copied = next;
         }
         line = next;
