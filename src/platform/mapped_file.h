@@ -32,8 +32,8 @@ class MappedFile {
 
   // Sees `file` whole when it is a regular file of at least `least` bytes
   // (and one at least) the system can map with a zero after it, from its
-  // first byte (nothing read from it yet); false otherwise (the caller
-  // reads it).  The view outlives the file's closing.
+  // first byte whatever has been read from it; false otherwise (the caller
+  // goes on reading it).  The view outlives the file's closing.
   bool open(std::FILE* file, std::size_t least = 1);
   char* data() const { return m_data; }
   std::size_t size() const { return m_size; }

@@ -76,6 +76,7 @@ bool Input::fill() {
   }
   bool const first_block = !m_started;
   std::size_t const n = read_more();
+  if (m_whole.data() != nullptr) return take_in();
   if (n == 0) {
     m_ended = true;
     if (m_bytes.data() != nullptr) m_bytes.data()[m_end] = '\0';
@@ -94,26 +95,39 @@ std::size_t Input::read_more() {
       char* const at = m_bytes.data() + m_end;
       std::size_t const n = read_some(at, kRead);
       if (m_started) return n;
+      if (n == kRead && m_whole_asked && see_whole_now()) return 0;
       // The first read: a byte-order mark, or --encoding, says how to go on.
       std::size_t const mark = begin_reading(at, n);
       if (m_failed) return 0;
       if (m_decoder != nullptr) {
-        m_raw.assign(at + mark, n - mark);  // decoded from here on, these bytes first
-        std::size_t const decoded =
-            decode_into_buffer(m_raw.data(), m_raw.size(), n == 0 || m_ended);
+        // Decoded from here on, these bytes first (moved out of the way of
+        // the text they become).
+        std::memcpy(raw_block(), at + mark, n - mark);
+        std::size_t const decoded = decode_into_buffer(m_raw.get(), n - mark, n == 0 || m_ended);
         if (decoded > 0 || n == 0 || m_failed) return decoded;
         continue;
       }
-      std::memmove(at, at + mark, n - mark);
+      // A UTF-8 mark is passed over where it lies (not moved out): the
+      // text begins after it, at offset 0.
+      m_start += mark;
+      m_end += mark;
+      m_offset -= mark;
       if (n - mark > 0 || n == 0) return n - mark;
       continue;  // a mark alone so far
     }
-    m_raw.resize(kRead);
-    std::size_t const got = read_some(m_raw.data(), kRead);
+    std::size_t const got = read_some(raw_block(), kRead);
     if (m_failed) return 0;
-    std::size_t const n = decode_into_buffer(m_raw.data(), got, got == 0);
+    std::size_t const n = decode_into_buffer(m_raw.get(), got, got == 0);
     if (n > 0 || got == 0 || m_failed) return n;
   }
+}
+
+// The block the bytes to decode are read into, made once per input and
+// never filled with zeros first: an input in UTF-16 is most often a small
+// file, which uses only the block's first pages.
+char* Input::raw_block() {
+  if (m_raw == nullptr) m_raw = std::make_unique_for_overwrite<char[]>(kRead);
+  return m_raw.get();
 }
 
 // Standard input goes through its stream (something may have read from
@@ -195,11 +209,14 @@ bool Input::check_zeros(std::size_t n, bool first_block) {
 }
 
 void Input::see_whole(Zeros zeros) {
-  // (A file shorter than a read is read: one read costs less than a map.)
-  if (!ok() || m_file == stdin || m_started || m_invocation.encoding() != nullptr ||
-      !m_whole.open(m_file, kRead)) {
-    return;
-  }
+  if (!ok() || m_file == stdin || m_started || m_invocation.encoding() != nullptr) return;
+  m_whole_asked = true;
+  m_whole_zeros = zeros;
+}
+
+bool Input::see_whole_now() {
+  m_whole_asked = false;
+  if (!m_whole.open(m_file, kRead)) return false;
   // A file in UTF-16, or a binary one, is read instead; a UTF-8 mark is
   // passed over (the text's offsets begin after it).
   Mark const mark = byte_order_mark(m_whole.data(), m_whole.size());
@@ -207,12 +224,13 @@ void Input::see_whole(Zeros zeros) {
                       std::memchr(m_whole.data(), '\0', std::min(m_whole.size(), kRead)) != nullptr;
   if (mark.encoding != nullptr || binary) {
     m_whole.close();
-    return;
+    return false;
   }
   m_start = m_end = mark.length;
   m_offset = std::uint64_t{0} - mark.length;  // so that the text after a mark is at 0
   m_started = true;
-  m_zeros_left_to_search = zeros == Zeros::kFoundBySearch;
+  m_zeros_left_to_search = m_whole_zeros == Zeros::kFoundBySearch;
+  return true;
 }
 
 bool Input::searched_to(Lines const& lines, char const* end) {

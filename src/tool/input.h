@@ -120,7 +120,9 @@ class Input {
   // system can, and next_lines hands out stretches of it in place: no copy
   // is made, and only a stretch's terminator is written.  For the commands
   // that search, and write nothing else into their lines; to be called
-  // before anything is read.  (A memory-mapped file that someone else makes
+  // before anything is read.  It is decided at the first read: a file that
+  // does not fill it is read (one read costs less than a map, and asking
+  // for the file's size would cost a call for every small file).  (A memory-mapped file that someone else makes
   // shorter meanwhile takes its pages away from under the command: the
   // tool maps only the files it is named, never standard input.)
   //
@@ -166,10 +168,14 @@ class Input {
   // Reads the next bytes into m_bytes after m_end (decoded when the input
   // is, without a byte-order mark at the start): how many; 0 at the end.
   std::size_t read_more();
+  // The first read filled its block and see_whole asked for the file
+  // whole: true when it is now seen so (what was read is dropped).
+  bool see_whole_now();
   // At the first read: the decoder the input's mark or --encoding asks for,
   // and the length of a mark to pass over.
   std::size_t begin_reading(char const* bytes, std::size_t n);
   std::size_t decode_into_buffer(char const* raw, std::size_t n, bool last);
+  char* raw_block();
   // Looks at the zero bytes of the `n` bytes after m_end (see ZeroBytes);
   // false when the input is refused.
   bool check_zeros(std::size_t n, bool first_block);
@@ -189,6 +195,8 @@ class Input {
   AlignedBytes m_own_bytes;
   AlignedBytes& m_bytes;  // the own ones, or the caller's
   platform::MappedFile m_whole;         // a file seen whole (see see_whole)
+  bool m_whole_asked = false;           // see_whole was called, the first read not yet made
+  Zeros m_whole_zeros = Zeros::kChecked;
   std::size_t m_given_back = 0;         // its bytes before this went back to the system
   bool m_zeros_left_to_search = false;  // see Zeros::kFoundBySearch
   ZeroBytes m_zero_bytes = ZeroBytes::kRefused;
@@ -196,7 +204,8 @@ class Input {
   bool m_started = false;                           // the first read is done
   bool m_text_started = false;                      // decoded text was placed
   std::unique_ptr<platform::TextDecoder> m_decoder;  // for an input not in UTF-8
-  std::string m_raw, m_decoded;                     // its bytes, before and after
+  std::unique_ptr<char[]> m_raw;                    // its bytes, before (kRead of them)
+  std::string m_decoded;                            // and after decoding
   std::size_t m_start = 0, m_end = 0;
   std::uint64_t m_offset = 0;  // of m_bytes.data()[0] in the input
   std::uint64_t m_line_number = 0;
