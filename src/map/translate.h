@@ -55,13 +55,7 @@ class Translator {
 
   // Every byte of [from, to) replaced by its image.  Short spans (most
   // runs of SQL code between literals are) take the plain loop inline.
-  void operator()(Byte* from, Byte* to) const noexcept {
-    if (to - from >= kKernelFrom) {
-      translate_long(from, to, to);
-      return;
-    }
-    translate_bytes(m_table, from, to);
-  }
+  void operator()(Byte* from, Byte* to) const noexcept { (*this)(from, to, to); }
   // The same where the bytes from `to` up to `limit` may be read and written
   // back unchanged: a short span then costs one vector, not a loop.
   void operator()(Byte* from, Byte* to, Byte const* limit) const noexcept {

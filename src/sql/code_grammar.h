@@ -3,13 +3,10 @@
 #ifndef ZELSTR_SQL_CODE_GRAMMAR_H
 #define ZELSTR_SQL_CODE_GRAMMAR_H
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+
+#include "frame/byte_mask.h"
 
 namespace zelstr::sql::code {
 
@@ -55,58 +52,29 @@ struct StopTable {
 // The bytes that may open a part (and the terminator) under `grammar`.
 StopTable const& stops_of(Grammar const& grammar);
 
-// The same bytes (without the terminator) tested sixteen at a time with the
-// compiler's generic vectors, which every target turns into its own
-// instructions: a few compares and ORs per block.
+// The same bytes (without the terminator) tested sixteen at a time: a few
+// compares and ORs per block (frame/byte_mask.h).
 class StopSet {
  public:
   explicit StopSet(Grammar const& grammar)
-      : m_quote(splat('\'')),
-        m_double(splat('"')),
-        m_dash(splat('-')),
-        m_slash(splat('/')),
-        m_bracket(splat(grammar.tsql ? '[' : '\'')),
-        m_line(splat(grammar.commands ? '\n' : '\'')) {}
+      : m_quote(frame::splat16('\'')),
+        m_double(frame::splat16('"')),
+        m_dash(frame::splat16('-')),
+        m_slash(frame::splat16('/')),
+        m_bracket(frame::splat16(grammar.tsql ? '[' : '\'')),
+        m_line(frame::splat16(grammar.commands ? '\n' : '\'')) {}
 
   // The place (0 to 15) of the first stop byte among the sixteen at `p`,
-  // or 16 when none is.  The compares give 0xFF for a stop byte.  On
-  // x86-64, whose every processor has SSE2, one instruction gathers their
-  // top bits into a mask.  Elsewhere the two halves are read as numbers
-  // and the first one is found by counting zero bits from the end the
-  // first byte is stored at (a branch more, on which half holds it).
+  // or 16 when none is.
   unsigned first_in(Byte const* p) const {
-    Block v;
-    std::memcpy(&v, p, sizeof v);
-    Block const hit = (v == m_quote) | (v == m_double) | (v == m_dash) | (v == m_slash) |
-                      (v == m_bracket) | (v == m_line);
-#if defined(__SSE2__)
-    __m128i h;
-    std::memcpy(&h, &hit, sizeof h);
-    unsigned const bits = static_cast<unsigned>(_mm_movemask_epi8(h));
-    return static_cast<unsigned>(__builtin_ctz(bits | 0x10000u));  // 16 when none
-#else
-    std::uint64_t halves[2];
-    std::memcpy(halves, &hit, sizeof halves);
-    for (unsigned half = 0; half < 2; ++half) {
-      if (halves[half] == 0) continue;
-      int const zeros = std::endian::native == std::endian::little
-                            ? __builtin_ctzll(halves[half])
-                            : __builtin_clzll(halves[half]);
-      return 8 * half + static_cast<unsigned>(zeros) / 8;
-    }
-    return 16;
-#endif
+    frame::Bytes16 const v = frame::load16(p);
+    frame::Bytes16 const hit = (v == m_quote) | (v == m_double) | (v == m_dash) |
+                               (v == m_slash) | (v == m_bracket) | (v == m_line);
+    return static_cast<unsigned>(__builtin_ctz(frame::byte_mask(hit) | 0x10000u));
   }
 
  private:
-  typedef Byte Block __attribute__((vector_size(16)));
-  static Block splat(char c) {
-    Block b;
-    for (int i = 0; i < 16; ++i) b[i] = static_cast<Byte>(c);
-    return b;
-  }
-
-  Block m_quote, m_double, m_dash, m_slash, m_bracket, m_line;
+  frame::Bytes16 m_quote, m_double, m_dash, m_slash, m_bracket, m_line;
 };
 
 // Letters, digits, "@", "#", "_", "$" and every byte from 0x80: a prefix

@@ -43,7 +43,7 @@ class Mapper {
  public:
   // The text's terminator is at `end`.
   Mapper(Byte const* table, Byte const* text, Byte const* end)
-      : m_table(table), m_translate(table), m_next(text), m_limit(end + 1) {}
+      : m_table(table), m_translate(table), m_next(text), m_end(end) {}
 
   // The CR of a CR LF that ends a line comment is kept with the comment,
   // as this function always did.
@@ -67,13 +67,14 @@ class Mapper {
     keep(part.begin, part.end);
     if (part.kind == Kind::kString) keep_prefix_case(part.begin, part.content - 1);
   }
-  // Translates what is left before `end`.
-  void finish(Byte const* end) { keep(end, end); }
+  // Translates what is left before the terminator.
+  void finish() { keep(m_end, m_end); }
 
  private:
   // [from, to) keeps its bytes: the stretch before it is translated now.
   void keep(Byte const* from, Byte const* to) {
-    m_translate(const_cast<Byte*>(m_next), const_cast<Byte*>(from), m_limit);
+    // The terminator too may be read and written back.
+    m_translate(const_cast<Byte*>(m_next), const_cast<Byte*>(from), m_end + 1);
     m_next = to;
   }
   // A byte the table leaves as it is needs no keeping.
@@ -93,8 +94,8 @@ class Mapper {
 
   Byte const* m_table;
   zelstr::map::Translator m_translate;
-  Byte const* m_next;   // the first byte not yet translated nor kept
-  Byte const* m_limit;  // the text and its terminator end here
+  Byte const* m_next;  // the first byte not yet translated nor kept
+  Byte const* m_end;   // the text's terminator
   bool m_after_line_comment = false;
   Byte const* m_last_begin = nullptr;
 };
@@ -113,7 +114,7 @@ void _zmaptsqlapply(void* map, char* code, int quotedId, int* context, int* open
   auto const* const text = reinterpret_cast<Byte const*>(code);
   Mapper mapper(table, text, text + length);
   Kind const kind = code::scan(grammar, code, length, mapper);
-  mapper.finish(text + length);
+  mapper.finish();
   if (context != nullptr) *context = static_cast<int>(kind);
   if (open != nullptr && kind != Kind::kCode) {
     *open = static_cast<int>(mapper.last_begin() - text);

@@ -122,9 +122,10 @@ class Input {
   // that search, and write nothing else into their lines; to be called
   // before anything is read.  It is decided at the first read: a file that
   // does not fill it is read (one read costs less than a map, and asking
-  // for the file's size would cost a call for every small file).  (A memory-mapped file that someone else makes
-  // shorter meanwhile takes its pages away from under the command: the
-  // tool maps only the files it is named, never standard input.)
+  // for the file's size would cost a call for every small file).  (A
+  // memory-mapped file that someone else makes shorter meanwhile takes its
+  // pages away from under the command: the tool maps only the files it is
+  // named, never standard input.)
   //
   // With Zeros::kFoundBySearch the stretches of a file seen whole are not
   // looked over for a zero byte first: the caller's search, which ends at

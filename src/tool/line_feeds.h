@@ -1,35 +1,29 @@
-// line_feeds.h - counting the line feeds of a text, sixteen bytes at a time
-// with the compiler's generic vectors (every target turns them into its own
-// instructions): line numbers are counted over whole stretches of input.
-// And finding them one by one, from a mask of a block's line feeds, for
-// the commands that go from line to line without a search call for each.
+// line_feeds.h - the line feeds of a text, sixteen bytes at a time
+// (frame/byte_mask.h): counted, for line numbers over whole stretches of
+// input, and found one by one from a mask of a block's line feeds, for the
+// commands that go from line to line without a search call for each.
 #ifndef ZELSTR_TOOL_LINE_FEEDS_H
 #define ZELSTR_TOOL_LINE_FEEDS_H
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+
+#include "frame/byte_mask.h"
 
 namespace zelstr::tool {
 
 inline std::uint64_t count_line_feeds(char const* text, std::size_t length) {
-  typedef unsigned char Block __attribute__((vector_size(16)));
-  Block const feed = {'\n', '\n', '\n', '\n', '\n', '\n', '\n', '\n',
-                      '\n', '\n', '\n', '\n', '\n', '\n', '\n', '\n'};
+  frame::Bytes16 const feed = frame::splat16('\n');
   std::uint64_t count = 0;
   std::size_t i = 0;
   while (length - i >= 16) {
     // A lane counts up to 255 matches (each compare gives 0xFF, subtracted)
     // before the lanes are summed.
-    Block sums = {};
+    frame::Bytes16 sums = {};
     std::size_t const rounds = (length - i) / 16 < 255 ? (length - i) / 16 : 255;
     for (std::size_t r = 0; r < rounds; ++r, i += 16) {
-      Block v;
-      std::memcpy(&v, text + i, sizeof v);
-      sums -= reinterpret_cast<Block>(v == feed);
+      sums -= reinterpret_cast<frame::Bytes16>(frame::load16(text + i) == feed);
     }
     for (int lane = 0; lane < 16; ++lane) count += sums[lane];
   }
@@ -38,23 +32,14 @@ inline std::uint64_t count_line_feeds(char const* text, std::size_t length) {
 }
 
 // Bit i is set when text[i] is a line feed, for the 64 bytes at `text`.
-// Every x86-64 processor has SSE2's byte mask; elsewhere the bytes are
-// tested one by one.
 inline std::uint64_t line_feed_mask(char const* text) {
-#if defined(__SSE2__)
-  __m128i const feed = _mm_set1_epi8('\n');
+  frame::Bytes16 const feed = frame::splat16('\n');
   std::uint64_t mask = 0;
   for (int k = 0; k < 4; ++k) {
-    __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const*>(text + 16 * k));
-    auto const bits = static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, feed)));
-    mask |= std::uint64_t{bits} << (16 * k);
+    auto const hit = reinterpret_cast<frame::Bytes16>(frame::load16(text + 16 * k) == feed);
+    mask |= std::uint64_t{frame::byte_mask(hit)} << (16 * k);
   }
   return mask;
-#else
-  std::uint64_t mask = 0;
-  for (int i = 0; i < 64; ++i) mask |= std::uint64_t{text[i] == '\n'} << i;
-  return mask;
-#endif
 }
 
 // Calls `at(feed)` for every line feed of [text, end), in order.
