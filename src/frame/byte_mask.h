@@ -54,6 +54,32 @@ inline std::uint32_t byte_mask(Bytes16 hit) {
 #endif
 }
 
+// 64 bytes, loaded once for many compares.
+struct Bytes64 {
+  Bytes16 part[4];
+};
+
+inline Bytes64 load64(void const* bytes) {
+  Bytes64 v;
+  for (int k = 0; k < 4; ++k) v.part[k] = load16(static_cast<char const*>(bytes) + 16 * k);
+  return v;
+}
+
+// Bit i is set when byte i of `bytes` is `c`.
+inline std::uint64_t equal_mask64(Bytes64 const& bytes, unsigned char c) {
+  Bytes16 const splat = splat16(c);
+  std::uint64_t mask = 0;
+  for (int k = 0; k < 4; ++k) {
+    auto const hit = reinterpret_cast<Bytes16>(bytes.part[k] == splat);
+    mask |= std::uint64_t{byte_mask(hit)} << (16 * k);
+  }
+  return mask;
+}
+
+inline std::uint64_t equal_mask64(void const* bytes, unsigned char c) {
+  return equal_mask64(load64(bytes), c);
+}
+
 }  // namespace zelstr::frame
 
 #endif  // ZELSTR_FRAME_BYTE_MASK_H

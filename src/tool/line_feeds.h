@@ -32,15 +32,7 @@ inline std::uint64_t count_line_feeds(char const* text, std::size_t length) {
 }
 
 // Bit i is set when text[i] is a line feed, for the 64 bytes at `text`.
-inline std::uint64_t line_feed_mask(char const* text) {
-  frame::Bytes16 const feed = frame::splat16('\n');
-  std::uint64_t mask = 0;
-  for (int k = 0; k < 4; ++k) {
-    auto const hit = reinterpret_cast<frame::Bytes16>(frame::load16(text + 16 * k) == feed);
-    mask |= std::uint64_t{frame::byte_mask(hit)} << (16 * k);
-  }
-  return mask;
-}
+inline std::uint64_t line_feed_mask(char const* text) { return frame::equal_mask64(text, '\n'); }
 
 // Calls `at(feed)` for every line feed of [text, end), in order.
 template <class At>

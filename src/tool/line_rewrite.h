@@ -1,10 +1,11 @@
-// line_rewrite.h - the commands that rewrite each line alone (trim, quote,
-// unquote), over an input a stretch of lines at a time.  Most lines of a
-// script go through such a command unchanged (few start or end with a
-// blank, fewer are quoted): the command says so from the line's bytes, and
-// a run of such lines is copied in one piece with the stretch, so that a
-// line costs a search for its line feed and a test, not a rewrite.  What
-// becomes of a stretch is gathered and written in one piece.
+// line_rewrite.h - a command that rewrites each line alone through a
+// library call (unquote), over an input a stretch of lines at a time.  Most
+// lines of a script go through such a command unchanged (few are quoted):
+// the command says so from the line's bytes, and a run of such lines is
+// copied in one piece with the stretch, so that a line costs a search for
+// its line feed and a test, not a call.  What becomes of a stretch is
+// gathered and written in one piece.  (trim and quote, whose work needs no
+// call, go over whole blocks instead: tool/line_trim.h, tool/line_quote.h.)
 #ifndef ZELSTR_TOOL_LINE_REWRITE_H
 #define ZELSTR_TOOL_LINE_REWRITE_H
 
@@ -18,13 +19,12 @@
 namespace zelstr::tool {
 
 // The new text of a stretch, written into room made beforehand for the
-// most a command makes of it: three bytes for each byte of the stretch
-// (a line, at least its line feed, gains two quotes at most), so that
-// writing a piece is a copy with no test for room.
+// most a command makes of it (a line's new text is no longer than the
+// line), so that writing a piece is a copy with no test for room.
 class Rewritten {
  public:
   void start(std::size_t stretch) {
-    std::size_t const most = 3 * stretch + 2;
+    std::size_t const most = stretch + 1;
     if (most > m_room) {
       m_bytes = std::make_unique_for_overwrite<char[]>(most);
       m_room = most;
@@ -48,7 +48,7 @@ class Rewritten {
 // For every line of every input (see for_each_input): `keeps(line, length)`
 // tells that the line goes through unchanged; any other line is handed to
 // `each(line, length, out)`, zero-terminated in place, which appends the
-// line's new text to `out`.  A line's own end follows it ("\n", "\r\n",
+// line's new text, at most `length` bytes, to `out`.  A line's own end follows it ("\n", "\r\n",
 // or none for a last line without one), so that a text goes through
 // unchanged but for what the command does.
 template <class Keeps, class Each>

@@ -5,15 +5,42 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "tool/input.h"
 #include "tool/line_rewrite.h"
+#include "tool/line_quote.h"
 #include "tool/line_search.h"
+#include "tool/line_trim.h"
 #include "tool/text_tools.h"
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
+
+namespace {
+
+// For every stretch of lines of every input: `rewrite(text, length, out)`
+// writes the stretch's new text to `out`, which has room for `room(length)`
+// bytes, and returns its length, written out.
+template <class Room, class Rewrite>
+void rewrite_stretches(Invocation& inv, Room room, Rewrite rewrite) {
+  std::unique_ptr<char[]> out;
+  std::size_t made = 0;
+  for_each_input(inv, inv.operands(), [&](Input& in) {
+    Lines lines;
+    while (in.next_lines(lines, false)) {
+      if (room(lines.length) > made) {
+        made = room(lines.length);
+        out = std::make_unique_for_overwrite<char[]>(made);
+      }
+      write_out(out.get(), rewrite(lines.text, lines.length, out.get()));
+      inv.found();
+    }
+  });
+}
+
+}  // namespace
 
 // span [--complement] SETDEF [FILE...]: each line's initial run of members
 // (of non-members), as LENGTH<tab>RUN.
@@ -88,23 +115,11 @@ int run_trim(Invocation& inv) {
   // --left trims the head alone (also with --right), --right the tail
   // alone, neither both ends.
   bool const head = left || !right, tail = !left;
-  auto const trimmed = [chars](char c) {
-    return chars == nullptr ? c == ' ' : c != '\0' && std::strchr(chars, c) != nullptr;
-  };
-  // Most lines have nothing to trim: they pass whole, measured already.
-  auto const keeps = [&](char const* line, std::size_t length) {
-    inv.found();
-    return length == 0 || !((head && trimmed(line[0])) || (tail && trimmed(line[length - 1])));
-  };
-  // The line is cut where the library's measures of its runs say, not
-  // moved: what is kept goes to the output from where it lies.
-  char const* const set = chars == nullptr ? " " : chars;
-  rewrite_lines(inv, inv.operands(), keeps, [&](char* line, std::size_t length, Rewritten& out) {
-    std::size_t const lead = head && trimmed(line[0]) ? _zstrspn(line, set) : 0;
-    std::size_t const trail =
-        tail && lead < length && trimmed(line[length - 1]) ? _zstrrspn(line + lead, set) : 0;
-    out.append(line + lead, length - lead - trail);
-  });
+  LineTrim const trim(chars == nullptr ? " " : chars, head, tail);
+  rewrite_stretches(inv, [](std::size_t length) { return length + LineTrim::kOvershoot; },
+                    [&](char const* text, std::size_t length, char* out) {
+                      return trim.trim(text, length, out);
+                    });
   return inv.exit_status();
 }
 
@@ -142,20 +157,16 @@ bool quote_char(Invocation& inv, char fallback, char& quote) {
 
 }  // namespace
 
-// quote [-c CHAR] [FILE...]: each line framed by the quote, in place in the
-// output with room for the two quotes, so that lines of any length are kept
-// whole.
+// quote [-c CHAR] [FILE...]: each line framed by the quote, as _zstrenquote
+// frames it, a stretch of lines at a time (tool/line_quote.h), so that lines
+// of any length are kept whole.
 int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  auto const keeps = [](char const*, std::size_t) { return false; };
-  rewrite_lines(inv, inv.operands(), keeps, [&](char* line, std::size_t length, Rewritten& out) {
-    // What _zstrenquote makes of the line, framed where it is written.
-    out.push_back(quote);
-    out.append(line, length);
-    out.push_back(quote);
-    inv.found();
-  });
+  rewrite_stretches(inv, [](std::size_t length) { return 3 * length + 1 + kQuoteOvershoot; },
+                    [quote](char const* text, std::size_t length, char* out) {
+                      return quote_lines(text, length, quote, out);
+                    });
   return inv.exit_status();
 }
 
