@@ -128,12 +128,12 @@ int run_sqlcase(Invocation& inv) {
     // A stretch of lines read in code is mapped where it lies, in one call,
     // and written up to where a literal, comment or name left open at its
     // end begins: what follows maps alike whatever came before that.  The
-    // open part, as read, starts a piece that gathers the lines after it
+    // open part starts a piece that gathers the lines after it
     // and is mapped again, in a copy, each time it has doubled, until it is
     // closed.  A part that stays open for long goes, with the rest of the
     // input, through the stream, which follows the code itself in bounded
     // memory.
-    std::string original, piece, mapped;
+    std::string piece, mapped;
     std::size_t next_check = 0;
     std::uint64_t lines_before = 0;
     std::unique_ptr<TsqlCaseStream> stream;
@@ -156,9 +156,11 @@ int run_sqlcase(Invocation& inv) {
         continue;
       }
       if (piece.empty()) {
-        original.assign(lines.text, lines.length);
+        // The open part starts the piece as mapped, not as read: of its
+        // bytes the map may change only a name's content, which maps
+        // again as a name's content, and a case map leaves what it made.
         std::size_t const written = map_and_write(lines.text);
-        piece.assign(original, written);
+        piece.assign(lines.text + written, lines.length - written);
         next_check = 2 * piece.size();
         continue;
       }

@@ -253,6 +253,15 @@ class Corpus(unittest.TestCase):
             self.assertEqual(2, run.returncode)
             self.assertIn(b"opened on line 2", run.stderr)
 
+    def test_sqlcase_maps_a_name_open_across_many_stretches_once(self):
+        # The name opens in one stretch of input and closes a megabyte on;
+        # "]]" in it is an inner "]".
+        for opener in (b"[", b"[a]]"):
+            text = (b"select x from t\n" * 16000 + b"select " + opener + b"abc\n" +
+                    b"def ghi\n" * 100000 + b"jkl] from t\nselect 'it''s'\n")
+            run = zelstr("sqlcase", "--upper", stdin=text)
+            self.assertEqual(text.upper().replace(b"'IT''S'", b"'it''s'"), run.stdout, opener)
+
     def test_sqlcase_changes_only_case_and_keeps_what_it_keeps(self):
         for path in scripts("tsql"):
             text = text_of(path)  # UTF-16 ones too, decoded
