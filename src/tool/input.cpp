@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "frame/byte_mask.h"
 #include "platform/binary_stdio.h"
 #include "tool/line_feeds.h"
 #include "tool/out_of_memory.h"
@@ -13,9 +14,15 @@ namespace zelstr::tool {
 namespace {
 
 // The last `c` of the `n` bytes at `from`, or NULL (memrchr, which not
-// every C library has); lines are short, so the walk back is too.
+// every C library has): sixteen bytes at a time back from the end.
 char const* last_of(char const* from, std::size_t n, char c) {
-  for (char const* p = from + n; p > from;) {
+  char const* p = from + n;
+  frame::Bytes16 const splat = frame::splat16(static_cast<unsigned char>(c));
+  for (; p - from >= 16; p -= 16) {
+    auto const hit = reinterpret_cast<frame::Bytes16>(frame::load16(p - 16) == splat);
+    if (std::uint32_t const mask = frame::byte_mask(hit)) return p - 16 + (31 - __builtin_clz(mask));
+  }
+  while (p > from) {
     if (*--p == c) return p;
   }
   return nullptr;
@@ -200,7 +207,12 @@ bool Input::check_zeros(std::size_t n, bool first_block) {
       break;
   }
   char* const from = base() + m_end;
-  if (!m_binary && !(first_block && std::memchr(from, '\0', n) != nullptr)) return text_only(n);
+  if (!m_binary) {
+    // A zero byte after the first block refuses the input; none in it
+    // leaves a text.
+    if (!first_block) return text_only(n);
+    if (std::memchr(from, '\0', n) == nullptr) return true;
+  }
   m_binary = true;
   for (char* zero = from; (zero = static_cast<char*>(std::memchr(zero, '\0', n - (zero - from))));) {
     *zero++ = '\n';
