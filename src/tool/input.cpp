@@ -20,7 +20,8 @@ char const* last_of(char const* from, std::size_t n, char c) {
   frame::Bytes16 const splat = frame::splat16(static_cast<unsigned char>(c));
   for (; p - from >= 16; p -= 16) {
     auto const hit = reinterpret_cast<frame::Bytes16>(frame::load16(p - 16) == splat);
-    if (std::uint32_t const mask = frame::byte_mask(hit)) return p - 16 + (31 - __builtin_clz(mask));
+    if (std::uint32_t const mask = frame::byte_mask(hit))
+      return p - 16 + (31 - __builtin_clz(mask));
   }
   while (p > from) {
     if (*--p == c) return p;
@@ -214,7 +215,8 @@ bool Input::check_zeros(std::size_t n, bool first_block) {
     if (std::memchr(from, '\0', n) == nullptr) return true;
   }
   m_binary = true;
-  for (char* zero = from; (zero = static_cast<char*>(std::memchr(zero, '\0', n - (zero - from))));) {
+  for (char* zero = from;
+       (zero = static_cast<char*>(std::memchr(zero, '\0', n - (zero - from))));) {
     *zero++ = '\n';
   }
   return true;
@@ -410,7 +412,6 @@ void Input::reread(std::string const& text) {
   m_line_offset = 0;
   m_line_end = {};
 }
-
 
 void write_passed_line(Input const& in, std::string_view text) {
   write_out(text);

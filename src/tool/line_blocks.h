@@ -48,8 +48,7 @@ inline std::uint64_t line_ends(frame::Bytes64 const& bytes, char const* text, st
 
 // The bits of a block's bytes before the stretch's end.
 inline std::uint64_t in_stretch(std::size_t length, std::size_t at) {
-  return length - at >= kLineBlock ? ~std::uint64_t{0}
-                                   : (std::uint64_t{1} << (length - at)) - 1;
+  return length - at >= kLineBlock ? ~std::uint64_t{0} : (std::uint64_t{1} << (length - at)) - 1;
 }
 
 // Copies `n` bytes (at most 64) from `from` to `out` as one 64-byte copy.

@@ -65,8 +65,7 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
 
 // A stretch shorter than a block is padded with zero bytes, which are in
 // no line and never trimmed.
-[[gnu::always_inline]] inline LineTrim::Block LineTrim::masks(char const* text,
-                                                              std::size_t length,
+[[gnu::always_inline]] inline LineTrim::Block LineTrim::masks(char const* text, std::size_t length,
                                                               std::size_t at) const {
   frame::Bytes64 const bytes = frame::load64(text + at);
   std::uint64_t set = 0;
@@ -77,8 +76,9 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
   return {ends, set & ~ends};
 }
 
-[[gnu::always_inline]] inline std::uint64_t LineTrim::dropped(Block const& block, char const* text, std::size_t length,
-                                std::size_t at, Carry& carry) const {
+[[gnu::always_inline]] inline std::uint64_t LineTrim::dropped(Block const& block, char const* text,
+                                                              std::size_t length, std::size_t at,
+                                                              Carry& carry) const {
   std::uint64_t drop = 0;
   if (m_head) {
     drop = runs_from(block.blanks, block.blanks & ((block.ends << 1) | carry.line_start));
@@ -111,8 +111,8 @@ std::size_t LineTrim::trim(char const* text, std::size_t length, char* out) cons
   char* end = out;
   for_each_line_block(text, length, [&](char const* bytes, std::size_t size, std::size_t at) {
     if (bytes != carry.text) carry = {carry.line_start, bytes};  // offsets of another text
-    std::uint64_t keep = ~dropped(masks(bytes, size, at), bytes, size, at, carry) &
-                         in_stretch(size, at);
+    std::uint64_t keep =
+        ~dropped(masks(bytes, size, at), bytes, size, at, carry) & in_stretch(size, at);
     while (keep != 0) {
       int const first = __builtin_ctzll(keep);
       std::uint64_t const run = ~(keep >> first);

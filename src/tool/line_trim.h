@@ -53,7 +53,7 @@ class LineTrim {
   std::uint64_t dropped(Block const& block, char const* text, std::size_t length, std::size_t at,
                         Carry& carry) const;
 
-  std::string m_set;       // the set's distinct bytes
+  std::string m_set;  // the set's distinct bytes
   bool m_in_set[256] = {};
   bool m_head, m_tail;
 };

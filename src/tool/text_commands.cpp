@@ -9,8 +9,8 @@
 #include <string>
 
 #include "tool/input.h"
-#include "tool/line_rewrite.h"
 #include "tool/line_quote.h"
+#include "tool/line_rewrite.h"
 #include "tool/line_search.h"
 #include "tool/line_trim.h"
 #include "tool/text_tools.h"
@@ -116,10 +116,11 @@ int run_trim(Invocation& inv) {
   // alone, neither both ends.
   bool const head = left || !right, tail = !left;
   LineTrim const trim(chars == nullptr ? " " : chars, head, tail);
-  rewrite_stretches(inv, [](std::size_t length) { return length + LineTrim::kOvershoot; },
-                    [&](char const* text, std::size_t length, char* out) {
-                      return trim.trim(text, length, out);
-                    });
+  rewrite_stretches(
+      inv, [](std::size_t length) { return length + LineTrim::kOvershoot; },
+      [&](char const* text, std::size_t length, char* out) {
+        return trim.trim(text, length, out);
+      });
   return inv.exit_status();
 }
 
@@ -163,10 +164,11 @@ bool quote_char(Invocation& inv, char fallback, char& quote) {
 int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
-  rewrite_stretches(inv, [](std::size_t length) { return 3 * length + 1 + kQuoteOvershoot; },
-                    [quote](char const* text, std::size_t length, char* out) {
-                      return quote_lines(text, length, quote, out);
-                    });
+  rewrite_stretches(
+      inv, [](std::size_t length) { return 3 * length + 1 + kQuoteOvershoot; },
+      [quote](char const* text, std::size_t length, char* out) {
+        return quote_lines(text, length, quote, out);
+      });
   return inv.exit_status();
 }
 

@@ -1,12 +1,15 @@
 // trim's and quote's block forms against line-by-line models, on texts
 // made to put every case on a block's edge: runs of blanks longer than a
 // block, CR LFs and lone CRs, empty lines and lines of only blanks, a last
-// line without its line feed.
+// line without its line feed.  And the line-feed count, whose lanes must
+// not overflow on a text of nothing but line feeds.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
+#include "tool/line_feeds.h"
 #include "tool/line_quote.h"
 #include "tool/line_trim.h"
 
@@ -66,9 +69,15 @@ std::string trimmed(std::string const& text, char const* set, bool head, bool ta
 
 TEST(LineTrim, EveryLineAsTheModelTrimsIt) {
   std::mt19937 random(29);
-  struct Form { char const* set; bool head, tail; };
-  Form const forms[] = {{" ", true, true}, {" ", true, false}, {" ", false, true},
-                        {" \t\r", true, true}, {"x x", true, true}};
+  struct Form {
+    char const* set;
+    bool head, tail;
+  };
+  Form const forms[] = {{" ", true, true},
+                        {" ", true, false},
+                        {" ", false, true},
+                        {" \t\r", true, true},
+                        {"x x", true, true}};
   for (int round = 0; round < 3000; ++round) {
     std::string const text = random_lines(random);
     for (Form const& f : forms) {
@@ -86,6 +95,20 @@ TEST(QuoteLines, EveryLineAsTheModelQuotesIt) {
     std::string out(3 * text.size() + 1 + zelstr::tool::kQuoteOvershoot, '?');
     out.resize(zelstr::tool::quote_lines(text.data(), text.size(), '"', out.data()));
     ASSERT_EQ(model_quote(text, '"'), out) << '"' << text << '"';
+  }
+}
+
+TEST(CountLineFeeds, EveryLengthAndOffsetAsCountedOneByOne) {
+  std::mt19937 random(37);
+  std::string text(40000, '\n');  // every lane full for many rounds
+  for (std::size_t i = 20000; i < text.size(); ++i) text[i] = "\n\rab"[random() % 4];
+  for (int round = 0; round < 400; ++round) {
+    std::size_t const from = random() % text.size();
+    std::size_t const length = round < 8 ? text.size() - from : random() % (text.size() - from);
+    auto const expected = static_cast<std::uint64_t>(
+        std::count(text.begin() + from, text.begin() + from + length, '\n'));
+    ASSERT_EQ(expected, zelstr::tool::count_line_feeds(text.data() + from, length))
+        << from << '+' << length;
   }
 }
 
