@@ -15,6 +15,8 @@
 namespace zelstr::tool {
 
 inline constexpr std::size_t kLineBlock = 64;
+// What a piece's copy may write beyond the piece (see copy_piece).
+inline constexpr std::size_t kPieceOvershoot = kLineBlock;
 
 // Calls `each(text, length, at)` for each block of the stretch
 // [text, text + length), in order, where 128 bytes can be read from

@@ -7,11 +7,13 @@
 
 #include <cstddef>
 
+#include "tool/line_blocks.h"
+
 namespace zelstr::tool {
 
 // Bytes an output needs beyond 3 * length + 1: a line of the stretch, at
 // least its line feed, gains two quotes, and a last line without one two.
-inline constexpr std::size_t kQuoteOvershoot = 64;
+inline constexpr std::size_t kQuoteOvershoot = kPieceOvershoot;
 
 // Writes the stretch [text, text + length) of whole lines (the last may
 // lack its line feed; no zero byte) with every line framed by `quote`, line

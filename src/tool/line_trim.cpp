@@ -10,7 +10,6 @@ namespace zelstr::tool {
 
 namespace {
 
-constexpr std::size_t kBlock = kLineBlock;
 constexpr std::uint64_t kOne = 1;
 
 std::uint64_t reverse_bits(std::uint64_t x) {
@@ -72,7 +71,7 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
   for (char const c : m_set) set |= frame::equal_mask64(bytes, static_cast<unsigned char>(c));
   std::uint64_t ends = line_ends(bytes, text, length, at, frame::equal_mask64(bytes, '\n'));
   // The stretch's end in the block ends a last line without its line feed.
-  if (length - at < kBlock) ends |= kOne << (length - at);
+  if (length - at < kLineBlock) ends |= kOne << (length - at);
   return {ends, set & ~ends};
 }
 
@@ -88,7 +87,7 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
     // The last blank of each run just before a line's end.
     std::uint64_t lasts = block.blanks & (block.ends >> 1);
     if (block.blanks >> 63) {
-      std::size_t const next = at + kBlock;
+      std::size_t const next = at + kLineBlock;
       if (next > carry.blanks_to) {
         std::size_t q = next;
         while (q < length && blank(text, length, q)) ++q;

@@ -27,12 +27,14 @@
 #include <cstdint>
 #include <string>
 
+#include "tool/line_blocks.h"
+
 namespace zelstr::tool {
 
 class LineTrim {
  public:
   // Bytes an output needs beyond the trimmed text's length.
-  static constexpr std::size_t kOvershoot = 64;
+  static constexpr std::size_t kOvershoot = kPieceOvershoot;
 
   // Trims the bytes of `set` (its zero byte excepted, a line feed never in
   // a line) from each line's head, its tail, or both.
