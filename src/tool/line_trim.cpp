@@ -11,6 +11,8 @@ namespace zelstr::tool {
 namespace {
 
 constexpr std::uint64_t kOne = 1;
+// The largest set whose bytes are each compared with a whole block.
+constexpr std::size_t kComparedSet = 8;
 
 std::uint64_t reverse_bits(std::uint64_t x) {
   x = __builtin_bswap64(x);
@@ -68,7 +70,13 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
                                                               std::size_t at) const {
   frame::Bytes64 const bytes = frame::load64(text + at);
   std::uint64_t set = 0;
-  for (char const c : m_set) set |= frame::equal_mask64(bytes, static_cast<unsigned char>(c));
+  if (m_set.size() <= kComparedSet) {
+    for (char const c : m_set) set |= frame::equal_mask64(bytes, static_cast<unsigned char>(c));
+  } else {  // a compare for each of many bytes would cost more than a look-up for each byte
+    for (std::size_t i = 0; i < kLineBlock; ++i) {
+      set |= std::uint64_t{m_in_set[static_cast<unsigned char>(text[at + i])]} << i;
+    }
+  }
   std::uint64_t ends = line_ends(bytes, text, length, at, frame::equal_mask64(bytes, '\n'));
   // The stretch's end in the block ends a last line without its line feed.
   if (length - at < kLineBlock) ends |= kOne << (length - at);
@@ -106,6 +114,7 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
 }
 
 std::size_t LineTrim::trim(char const* text, std::size_t length, char* out) const {
+  if (length == 0) return 0;
   Carry carry;
   char* end = out;
   for_each_line_block(text, length, [&](char const* bytes, std::size_t size, std::size_t at) {

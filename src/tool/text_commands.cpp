@@ -112,8 +112,8 @@ int run_replace(Invocation& inv) {
 int run_trim(Invocation& inv) {
   bool const left = inv.flag("--left"), right = inv.flag("--right");
   char const* const chars = inv.value("--chars");
-  // --left trims the head alone (also with --right), --right the tail
-  // alone, neither both ends.
+  // --left trims the head alone, --right the tail alone, neither both ends
+  // (both together are refused as a usage error).
   bool const head = left || !right, tail = !left;
   LineTrim const trim(chars == nullptr ? " " : chars, head, tail);
   rewrite_stretches(

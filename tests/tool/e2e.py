@@ -253,7 +253,7 @@ class Corpus(unittest.TestCase):
             self.assertEqual(2, run.returncode)
             self.assertIn(b"opened on line 2", run.stderr)
 
-    def test_sqlcase_maps_a_name_open_across_many_stretches_once(self):
+    def test_sqlcase_maps_a_name_open_across_many_stretches_whole(self):
         # The name opens in one stretch of input and closes a megabyte on;
         # "]]" in it is an inner "]".
         for opener in (b"[", b"[a]]"):

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -55,17 +56,34 @@ std::string random_lines(std::mt19937& random) {
   std::string text;
   std::size_t const size = random() % 400;
   while (text.size() < size) {
-    char const c = " \t\r\nxa"[random() % 6];
+    char const c = " \t\r\nxa\xff"[random() % 7];
     text.append(random() % 4 == 0 ? 1 + random() % 150 : 1, c);
   }
   return text;
 }
 
+// The text in a block of its own size, so that a read past it is caught by
+// the address sanitizer.
+std::unique_ptr<char[]> exact_copy(std::string const& text) {
+  auto copy = std::make_unique<char[]>(text.size());
+  std::copy(text.begin(), text.end(), copy.get());
+  return copy;
+}
+
 std::string trimmed(std::string const& text, char const* set, bool head, bool tail) {
   std::string out(text.size() + LineTrim::kOvershoot, '?');
-  out.resize(LineTrim(set, head, tail).trim(text.data(), text.size(), out.data()));
+  out.resize(LineTrim(set, head, tail).trim(exact_copy(text).get(), text.size(), out.data()));
   return out;
 }
+
+// Every byte but the zero byte, "x" and "a": the set of a table's look-up.
+std::string const kLargeSet = [] {
+  std::string set;
+  for (int c = 1; c < 256; ++c) {
+    if (c != 'x' && c != 'a') set.push_back(static_cast<char>(c));
+  }
+  return set;
+}();
 
 TEST(LineTrim, EveryLineAsTheModelTrimsIt) {
   std::mt19937 random(29);
@@ -77,7 +95,10 @@ TEST(LineTrim, EveryLineAsTheModelTrimsIt) {
                         {" ", true, false},
                         {" ", false, true},
                         {" \t\r", true, true},
-                        {"x x", true, true}};
+                        {"x x", true, true},
+                        {"\n\xff", true, true},
+                        {kLargeSet.c_str(), true, true},
+                        {kLargeSet.c_str(), false, true}};
   for (int round = 0; round < 3000; ++round) {
     std::string const text = random_lines(random);
     for (Form const& f : forms) {
@@ -93,7 +114,7 @@ TEST(QuoteLines, EveryLineAsTheModelQuotesIt) {
   for (int round = 0; round < 3000; ++round) {
     std::string const text = random_lines(random);
     std::string out(3 * text.size() + 1 + zelstr::tool::kQuoteOvershoot, '?');
-    out.resize(zelstr::tool::quote_lines(text.data(), text.size(), '"', out.data()));
+    out.resize(zelstr::tool::quote_lines(exact_copy(text).get(), text.size(), '"', out.data()));
     ASSERT_EQ(model_quote(text, '"'), out) << '"' << text << '"';
   }
 }
