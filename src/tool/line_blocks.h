@@ -38,14 +38,13 @@ void for_each_line_block(char const* text, std::size_t length, Each each) {
   }
 }
 
-// The line ends of the block at text + at: its line feeds, and the
-// carriage returns just before one (the next block's first byte
-// included).
-inline std::uint64_t line_ends(frame::Bytes64 const& bytes, char const* text, std::size_t length,
-                               std::size_t at, std::uint64_t feeds) {
+// The carriage returns of the block at text + at that end a line, each
+// just before a line feed (`feeds`, and the next block's first byte).
+inline std::uint64_t crlf_returns(frame::Bytes64 const& bytes, char const* text, std::size_t length,
+                                  std::size_t at, std::uint64_t feeds) {
   std::uint64_t const returns = frame::equal_mask64(bytes, '\r');
   std::uint64_t const feed_after = at + kLineBlock < length && text[at + kLineBlock] == '\n';
-  return feeds | (returns & ((feeds >> 1) | (feed_after << 63)));
+  return returns & ((feeds >> 1) | (feed_after << 63));
 }
 
 // The bits of a block's bytes before the stretch's end.

@@ -26,7 +26,7 @@ std::size_t quote_lines(char const* text, std::size_t length, char quote, char* 
     std::uint64_t const feeds = frame::equal_mask64(block, '\n');
     // A line's end is its line feed or the carriage return of its CR LF,
     // whose line feed is then no end of its own.
-    std::uint64_t const returns = line_ends(block, bytes, size, at, feeds) & ~feeds;
+    std::uint64_t const returns = crlf_returns(block, bytes, size, at, feeds);
     std::uint64_t const ends = returns | (feeds & ~((returns << 1) | feed_taken));
     feed_taken = returns >> 63;
     std::size_t from = skip;

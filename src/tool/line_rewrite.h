@@ -1,11 +1,11 @@
-// line_rewrite.h - a command that rewrites each line alone through a
-// library call (unquote), over an input a stretch of lines at a time.  Most
-// lines of a script go through such a command unchanged (few are quoted):
-// the command says so from the line's bytes, and a run of such lines is
-// copied in one piece with the stretch, so that a line costs a search for
-// its line feed and a test, not a call.  What becomes of a stretch is
-// gathered and written in one piece.  (trim and quote, whose work needs no
-// call, go over whole blocks instead: tool/line_trim.h, tool/line_quote.h.)
+// line_rewrite.h - the commands that rewrite an input a stretch of lines at
+// a time, into room made beforehand, and write each stretch's new text in
+// one piece.  trim and quote rewrite the whole stretch themselves, a block
+// at a time (tool/line_trim.h, tool/line_quote.h).  unquote rewrites each
+// line alone through a library call: most lines of a script go through it
+// unchanged (few are quoted), the command says so from the line's bytes,
+// and a run of such lines is copied in one piece with the stretch, so that
+// a line costs a search for its line feed and a test, not a call.
 #ifndef ZELSTR_TOOL_LINE_REWRITE_H
 #define ZELSTR_TOOL_LINE_REWRITE_H
 
@@ -19,17 +19,18 @@
 namespace zelstr::tool {
 
 // The new text of a stretch, written into room made beforehand for the
-// most a command makes of it (a line's new text is no longer than the
-// line), so that writing a piece is a copy with no test for room.
+// most a command makes of it, so that writing a piece is a copy with no
+// test for room.
 class Rewritten {
  public:
-  void start(std::size_t stretch) {
-    std::size_t const most = stretch + 1;
+  // Makes room for `most` bytes and empties the text; where the room begins.
+  char* start(std::size_t most) {
     if (most > m_room) {
       m_bytes = std::make_unique_for_overwrite<char[]>(most);
       m_room = most;
     }
     m_size = 0;
+    return m_bytes.get();
   }
   void push_back(char c) { m_bytes[m_size++] = c; }
   void append(char const* text, std::size_t length) {
@@ -45,12 +46,29 @@ class Rewritten {
   std::size_t m_size = 0;
 };
 
+// For every stretch of lines of every input (see for_each_input):
+// `rewrite(text, length, out)` writes the stretch's new text to `out`,
+// which has room for `room(length)` bytes, and returns its length.
+template <class Room, class Rewrite>
+void rewrite_stretches(Invocation& invocation, std::span<char const* const> names, Room room,
+                       Rewrite rewrite) {
+  Rewritten out;
+  for_each_input(invocation, names, [&](Input& in) {
+    Lines lines;
+    while (in.next_lines(lines, false)) {
+      char* const bytes = out.start(room(lines.length));
+      write_out(bytes, rewrite(lines.text, lines.length, bytes));
+      invocation.found();
+    }
+  });
+}
+
 // For every line of every input (see for_each_input): `keeps(line, length)`
 // tells that the line goes through unchanged; any other line is handed to
 // `each(line, length, out)`, zero-terminated in place, which appends the
-// line's new text, at most `length` bytes, to `out`.  A line's own end follows it ("\n", "\r\n",
-// or none for a last line without one), so that a text goes through
-// unchanged but for what the command does.
+// line's new text, at most `length` bytes, to `out`.  A line's own end
+// follows it ("\n", "\r\n", or none for a last line without one), so that
+// a text goes through unchanged but for what the command does.
 template <class Keeps, class Each>
 void rewrite_lines(Invocation& invocation, std::span<char const* const> names, Keeps keeps,
                    Each each) {
@@ -58,7 +76,7 @@ void rewrite_lines(Invocation& invocation, std::span<char const* const> names, K
   for_each_input(invocation, names, [&](Input& in) {
     Lines lines;
     while (in.next_lines(lines, false)) {
-      out.start(lines.length);
+      out.start(lines.length + 1);
       char* const end = lines.text + lines.length;
       char const* copied = lines.text;  // what is before here is in `out`
       char* line = lines.text;

@@ -77,7 +77,8 @@ inline bool LineTrim::blank(char const* text, std::size_t length, std::size_t at
       set |= std::uint64_t{m_in_set[static_cast<unsigned char>(text[at + i])]} << i;
     }
   }
-  std::uint64_t ends = line_ends(bytes, text, length, at, frame::equal_mask64(bytes, '\n'));
+  std::uint64_t const feeds = frame::equal_mask64(bytes, '\n');
+  std::uint64_t ends = feeds | crlf_returns(bytes, text, length, at, feeds);
   // The stretch's end in the block ends a last line without its line feed.
   if (length - at < kLineBlock) ends |= kOne << (length - at);
   return {ends, set & ~ends};

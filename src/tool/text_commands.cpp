@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <string>
 
 #include "tool/input.h"
@@ -17,30 +16,6 @@
 #include "zelstr/zelstr.h"
 
 namespace zelstr::tool {
-
-namespace {
-
-// For every stretch of lines of every input: `rewrite(text, length, out)`
-// writes the stretch's new text to `out`, which has room for `room(length)`
-// bytes, and returns its length, written out.
-template <class Room, class Rewrite>
-void rewrite_stretches(Invocation& inv, Room room, Rewrite rewrite) {
-  std::unique_ptr<char[]> out;
-  std::size_t made = 0;
-  for_each_input(inv, inv.operands(), [&](Input& in) {
-    Lines lines;
-    while (in.next_lines(lines, false)) {
-      if (room(lines.length) > made) {
-        made = room(lines.length);
-        out = std::make_unique_for_overwrite<char[]>(made);
-      }
-      write_out(out.get(), rewrite(lines.text, lines.length, out.get()));
-      inv.found();
-    }
-  });
-}
-
-}  // namespace
 
 // span [--complement] SETDEF [FILE...]: each line's initial run of members
 // (of non-members), as LENGTH<tab>RUN.
@@ -117,7 +92,7 @@ int run_trim(Invocation& inv) {
   bool const head = left || !right, tail = !left;
   LineTrim const trim(chars == nullptr ? " " : chars, head, tail);
   rewrite_stretches(
-      inv, [](std::size_t length) { return length + LineTrim::kOvershoot; },
+      inv, inv.operands(), [](std::size_t length) { return length + LineTrim::kOvershoot; },
       [&](char const* text, std::size_t length, char* out) {
         return trim.trim(text, length, out);
       });
@@ -165,7 +140,7 @@ int run_quote(Invocation& inv) {
   char quote;
   if (!quote_char(inv, '\'', quote)) return kError;
   rewrite_stretches(
-      inv, [](std::size_t length) { return 3 * length + 1 + kQuoteOvershoot; },
+      inv, inv.operands(), [](std::size_t length) { return 3 * length + 1 + kQuoteOvershoot; },
       [quote](char const* text, std::size_t length, char* out) {
         return quote_lines(text, length, quote, out);
       });
