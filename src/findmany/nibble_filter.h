@@ -72,11 +72,17 @@ Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Ac
 Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
                              Byte const** rest, Accept accept, void const* context);
 
-// A scan over one instruction set: the first place in [p, end) that
-// passes, among those whose whole vector fits before `end`; `end` when no
-// such place passes, with `*rest` set to the first place not looked at.
-using NibbleScan = Byte const* (*)(NibbleTables const&, Byte const* p, Byte const* end,
-                                   Byte const** rest, Accept accept, void const* context);
+// A scan over one instruction set, from `p`, among the places whose whole
+// vector fits before `end`: the first vector with a place that passes,
+// with those places as bits of `lanes` (bit i: the place `at + i`) and
+// `next` the first place after the vectors looked at; `lanes` 0 when no
+// place passes, `next` then the first place not looked at.
+struct Candidates {
+  Byte const* at;
+  std::uint64_t lanes;
+  Byte const* next;
+};
+using NibbleScan = Candidates (*)(NibbleTables const&, Byte const* p, Byte const* end);
 NibbleScan nibble_scan_ssse3();
 NibbleScan nibble_scan_avx2();
 NibbleScan nibble_scan_neon();

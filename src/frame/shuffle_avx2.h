@@ -27,6 +27,7 @@ struct Avx2Shuffle {
   static Vec splat(Byte c) { return _mm256_set1_epi8(static_cast<char>(c)); }
   static Vec shuffle(Vec table, Vec index) { return _mm256_shuffle_epi8(table, index); }
   static Vec and_(Vec a, Vec b) { return _mm256_and_si256(a, b); }
+  static Vec or_(Vec a, Vec b) { return _mm256_or_si256(a, b); }
   static Vec high_nibbles(Vec v) { return _mm256_and_si256(_mm256_srli_epi16(v, 4), splat(15)); }
   static Vec eq(Vec a, Vec b) { return _mm256_cmpeq_epi8(a, b); }
   static Vec select(Vec mask, Vec yes, Vec no) { return _mm256_blendv_epi8(no, yes, mask); }

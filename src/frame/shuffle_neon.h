@@ -23,6 +23,7 @@ struct NeonShuffle {
   static Vec splat(Byte c) { return vdupq_n_u8(c); }
   static Vec shuffle(Vec table, Vec index) { return vqtbl1q_u8(table, index); }
   static Vec and_(Vec a, Vec b) { return vandq_u8(a, b); }
+  static Vec or_(Vec a, Vec b) { return vorrq_u8(a, b); }
   static Vec high_nibbles(Vec v) { return vshrq_n_u8(v, 4); }
   static Vec eq(Vec a, Vec b) { return vceqq_u8(a, b); }
   static Vec select(Vec mask, Vec yes, Vec no) { return vbslq_u8(mask, yes, no); }

@@ -23,6 +23,7 @@ struct Ssse3Shuffle {
   static Vec splat(Byte c) { return _mm_set1_epi8(static_cast<char>(c)); }
   static Vec shuffle(Vec table, Vec index) { return _mm_shuffle_epi8(table, index); }
   static Vec and_(Vec a, Vec b) { return _mm_and_si128(a, b); }
+  static Vec or_(Vec a, Vec b) { return _mm_or_si128(a, b); }
   static Vec high_nibbles(Vec v) { return _mm_and_si128(_mm_srli_epi16(v, 4), splat(15)); }
   static Vec eq(Vec a, Vec b) { return _mm_cmpeq_epi8(a, b); }
   static Vec select(Vec mask, Vec yes, Vec no) {

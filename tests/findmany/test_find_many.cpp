@@ -104,7 +104,7 @@ TEST_F(FindMany, BothAgreeWithTheNaiveSearch) {
     std::vector<std::string> strings;
     int const count = 1 + static_cast<int>(rng() % (i % 10 == 0 ? 40 : 6));
     for (int k = 0; k < count; ++k) {
-      std::string s = word(5);
+      std::string s = word(i % 5 == 0 ? 14 : 5);  // long ones make chains of the trie
       if (k > 0 && rng() % 4 == 0) s = strings[rng() % strings.size()] + s;  // shared prefixes
       if (rng() % 25 == 0) s.clear();
       strings.push_back(s);
@@ -113,6 +113,13 @@ TEST_F(FindMany, BothAgreeWithTheNaiveSearch) {
     // Some texts span several vectors of the scans.
     int const length = static_cast<int>(rng() % (i % 3 == 0 ? 200 : 60));
     for (int n = length; n > 0; --n) text += alphabet[rng() % letters];
+    // Some of the strings put into the text, whole or with one byte
+    // changed, so that long stems are followed to their end.
+    for (int n = static_cast<int>(rng() % 4); n > 0 && !text.empty(); --n) {
+      std::string s = strings[rng() % strings.size()];
+      if (!s.empty() && rng() % 2 == 0) s[rng() % s.size()] = alphabet[rng() % letters];
+      text.insert(rng() % text.size(), s);
+    }
     int const flags = static_cast<int>(rng() % 16);
     bool const use_map = i % 7 == 3;
     unsigned char const* const image =
@@ -129,6 +136,50 @@ TEST_F(FindMany, BothAgreeWithTheNaiveSearch) {
     ASSERT_EQ(expected, all_found(hoary, text)) << "case " << i << " flags " << flags << " text " << text;
   }
   _zmapfree(map);
+  EXPECT_TRUE(filed_nothing());
+}
+
+// Sets that begin in more ways than the vector filter takes: the searches'
+// look-ups of first pairs and triples, with and without strings shorter
+// than three bytes, strings at the text's very end, and long shared stems.
+TEST_F(FindMany, LargeSetsAgreeWithTheNaiveSearch) {
+  std::mt19937 rng(23);
+  unsigned char identity[256], folding[256];
+  for (int c = 0; c < 256; ++c) {
+    identity[c] = static_cast<unsigned char>(c);
+    folding[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+  }
+  char const alphabet[] = "abcdefghijkAB";
+  auto letters = [&](std::size_t n) {
+    std::string w;
+    while (w.size() < n) w += alphabet[rng() % (sizeof alphabet - 1)];
+    return w;
+  };
+  for (int i = 0; i < 300; ++i) {
+    std::size_t const shortest = i % 3 == 0 ? 2 : 3;
+    std::vector<std::string> strings;
+    for (int k = 0; k < 150; ++k) {
+      std::string s = letters(shortest + rng() % 4);
+      if (k > 0 && rng() % 3 == 0) s = strings[rng() % strings.size()] + letters(1 + rng() % 12);
+      strings.push_back(s);
+    }
+    std::string text = letters(rng() % 300);
+    for (int n = 0; n < 6; ++n) {
+      std::string const& s = strings[rng() % strings.size()];
+      text.insert(text.empty() ? 0 : rng() % text.size(), s);
+    }
+    text += strings[rng() % strings.size()];  // one ends the text
+    int const flags = static_cast<int>(rng() % 16);
+    unsigned char const* const image = (flags & ZEAL_MANY_ICASE) ? folding : identity;
+    std::vector<char const*> list;
+    for (std::string const& s : strings) list.push_back(s.c_str());
+    list.push_back(nullptr);
+    CFindManyStrOld old(list.data(), flags);
+    CFindManyStrHoary hoary(list.data(), flags);
+    std::vector<Found> const expected = naive(text, strings, flags, image, name_byte);
+    ASSERT_EQ(expected, all_found(old, text)) << "case " << i << " flags " << flags;
+    ASSERT_EQ(expected, all_found(hoary, text)) << "case " << i << " flags " << flags;
+  }
   EXPECT_TRUE(filed_nothing());
 }
 
