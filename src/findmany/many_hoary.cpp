@@ -222,17 +222,15 @@ class HoarySearcher final : public Searcher {
 
   Byte const* skip(Byte const* p, Byte const* end) const override {
     if (m_filter.width != 0) {
-      struct Context {
-        HoarySearcher const* self;
-        Byte const* end;
-      } const context{this, end};
-      return next_place(
-          m_filter, p, end,
-          [](Byte const* at, void const* c) {
-            auto const& x = *static_cast<Context const*>(c);
-            return x.self->starts(at, x.end);
-          },
-          &context);
+      if (m_short) {
+        return next_place(m_filter, p, end,
+                          [this, end](Byte const* at) { return starts(at, end); });
+      }
+      // The filter passed three bytes: the hashed triples alone decide.
+      return next_place(m_filter, p, end, [this](Byte const* at) {
+        unsigned const triple = m_table[at[0]] << 16 | m_table[at[1]] << 8 | m_table[at[2]];
+        return has(m_triples, triple_slot(triple));
+      });
     }
     return m_short ? skip_by_pairs(p, end) : skip_by_triples(p, end);
   }

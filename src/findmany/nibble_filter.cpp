@@ -60,56 +60,11 @@ NibbleScan choose_scan() {
   }
 }
 
-// Chosen on first need (the processor's features are read then).
-NibbleScan vector_scan() {
-  static NibbleScan const scan = choose_scan();
-  return scan;
-}
-
-// Hands the places a vector scan found to `accept`, in order, from `*p`
-// on, until one passes (returned) or the scan finds no more (`end`
-// returned, `*p` the first place not looked at).
-Byte const* scan_places(NibbleScan scan, NibbleTables const& t, Byte const** p, Byte const* end,
-                        Accept accept, void const* context) {
-  for (;;) {
-    Candidates const found = scan(t, *p, end);
-    *p = found.next;
-    if (found.lanes == 0) return end;
-    for (std::uint64_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1) {
-      Byte const* const at = found.at + __builtin_ctzll(lanes);
-      if (accept(at, context)) return at;
-    }
-  }
-}
-
 }  // namespace
 
-Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
-                             Byte const** rest, Accept accept, void const* context) {
-  *rest = p;
-  if (end - p < t.width) return end;
-  if (NibbleScan const scan = vector_scan(); scan != nullptr) {
-    return scan_places(scan, t, rest, end, accept, context);
-  }
-  for (Byte const* const last = end - (t.width - 1); p < last; ++p) {
-    if (t.buckets_at(p) != 0 && accept(p, context)) return p;
-  }
-  *rest = p;
-  return end;
-}
-
-Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
-                       void const* context) {
-  NibbleScan const scan = vector_scan();
-  if (end - p < t.width) return end;
-  if (scan != nullptr) {
-    Byte const* const at = scan_places(scan, t, &p, end, accept, context);
-    if (at != end) return at;
-  }
-  for (Byte const* const last = end - (t.width - 1); p < last; ++p) {
-    if (t.buckets_at(p) != 0 && accept(p, context)) return p;
-  }
-  return end;
+NibbleScan nibble_vector_scan() {
+  static NibbleScan const scan = choose_scan();
+  return scan;
 }
 
 }  // namespace zelstr::findmany

@@ -53,25 +53,6 @@ struct NibbleTables {
 inline constexpr std::size_t kNibbleFilterMostPrefixes = 64;
 NibbleTables build_nibble_tables(std::vector<std::string const*> const& images, Byte const* table);
 
-// The exact test of a place that passed the filter, with its context.
-using Accept = bool (*)(Byte const* place, void const* context);
-
-// The first place in [p, end) that passes the filter and `accept`, or
-// `end`; only places with `width` bytes before `end` are looked at (no
-// string fits in the others).  The places that pass the filter are handed
-// to `accept` a vector at a time, in order, without scanning again.
-Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end, Accept accept,
-                       void const* context);
-
-// The same, for a caller with more text after `end` (measured a piece at
-// a time): only the places a whole vector reaches are looked at, so that
-// no place is read byte by byte at the piece's end; when none passes,
-// `*rest` is the first place not looked at (where the next piece begins)
-// and `end` is returned.  Without a vector scan, every place with `width`
-// bytes before `end` is looked at.
-Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
-                             Byte const** rest, Accept accept, void const* context);
-
 // A scan over one instruction set, from `p`, among the places whose whole
 // vector fits before `end`: the first vector with a place that passes,
 // with those places as bits of `lanes` (bit i: the place `at + i`) and
@@ -86,6 +67,78 @@ using NibbleScan = Candidates (*)(NibbleTables const&, Byte const* p, Byte const
 NibbleScan nibble_scan_ssse3();
 NibbleScan nibble_scan_avx2();
 NibbleScan nibble_scan_neon();
+
+// The scan of this processor, chosen on first need; nullptr where there
+// is none, and the tables are read byte by byte.
+NibbleScan nibble_vector_scan();
+
+// The exact test of a place that passed the filter is the caller's
+// `accept(place)`, inlined here: with a few dozen strings the filter passes
+// a place in ten or so, and a call for each would cost more than the test.
+
+// The places in [*p, end) that a vector scan finds are handed to `accept`,
+// in order, until one passes (returned) or the scan finds no more (`end`
+// returned, `*p` the first place not looked at).
+template <class Accept>
+Byte const* scan_places(NibbleScan scan, NibbleTables const& t, Byte const** p, Byte const* end,
+                        Accept const& accept) {
+  for (;;) {
+    Candidates const found = scan(t, *p, end);
+    *p = found.next;
+    if (found.lanes == 0) return end;
+    for (std::uint64_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1) {
+      Byte const* const at = found.at + __builtin_ctzll(lanes);
+      if (accept(at)) return at;
+    }
+  }
+}
+
+// The same by reading the tables byte by byte, over every place with
+// `width` bytes before `end`; `*p` ends at the first place not looked at.
+template <class Accept>
+Byte const* read_places(NibbleTables const& t, Byte const** p, Byte const* end,
+                        Accept const& accept) {
+  Byte const* at = *p;
+  for (Byte const* const last = end - (t.width - 1); at < last; ++at) {
+    if (t.buckets_at(at) != 0 && accept(at)) {
+      *p = at;
+      return at;
+    }
+  }
+  *p = at;
+  return end;
+}
+
+// The first place in [p, end) that passes the filter and `accept`, or
+// `end`; only places with `width` bytes before `end` are looked at (no
+// string fits in the others).
+template <class Accept>
+Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end,
+                       Accept const& accept) {
+  if (end - p < t.width) return end;
+  if (NibbleScan const scan = nibble_vector_scan(); scan != nullptr) {
+    Byte const* const at = scan_places(scan, t, &p, end, accept);
+    if (at != end) return at;
+  }
+  return read_places(t, &p, end, accept);
+}
+
+// The same, for a caller with more text after `end` (measured a piece at
+// a time): only the places a whole vector reaches are looked at, so that
+// no place is read byte by byte at the piece's end; when none passes,
+// `*rest` is the first place not looked at (where the next piece begins)
+// and `end` is returned.  Without a vector scan, every place with `width`
+// bytes before `end` is looked at.
+template <class Accept>
+Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* end,
+                             Byte const** rest, Accept const& accept) {
+  *rest = p;
+  if (end - p < t.width) return end;
+  if (NibbleScan const scan = nibble_vector_scan(); scan != nullptr) {
+    return scan_places(scan, t, rest, end, accept);
+  }
+  return read_places(t, rest, end, accept);
+}
 
 }  // namespace zelstr::findmany
 

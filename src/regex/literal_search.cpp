@@ -69,27 +69,27 @@ bool LiteralSearch::begins_at(Byte const* place, std::string const& s) const {
   return true;
 }
 
-bool LiteralSearch::accept(Byte const* place, void const* self) {
-  auto const& me = *static_cast<LiteralSearch const*>(self);
-  Byte const first = me.m_image[*place];
-  for (std::uint16_t i = me.m_first[first]; i < me.m_first[first + 1]; ++i) {
-    if (me.begins_at(place, me.m_strings[i])) return true;
+bool LiteralSearch::some_string_at(Byte const* place) const {
+  Byte const first = m_image[*place];
+  for (std::uint16_t i = m_first[first]; i < m_first[first + 1]; ++i) {
+    if (begins_at(place, m_strings[i])) return true;
   }
   return false;
 }
 
 char const* LiteralSearch::next_in_set(char const* p) const {
+  auto const accepts = [this](Byte const* place) { return some_string_at(place); };
   for (std::size_t piece = kFirstPiece;; piece = std::min(piece * 2, kLargestPiece)) {
     std::size_t const n = strnlen(p, piece);
     auto const* const from = reinterpret_cast<Byte const*>(p);
     Byte const* const end = from + n;
     if (n < piece) {  // the text's end: every place is looked at
-      Byte const* const at = findmany::next_place(m_tables, from, end, accept, this);
+      Byte const* const at = findmany::next_place(m_tables, from, end, accepts);
       return at != end ? reinterpret_cast<char const*>(at) : nullptr;
     }
     // More text follows: the places the vectors leave begin the next piece.
     Byte const* rest = from;
-    Byte const* const at = findmany::next_place_ahead(m_tables, from, end, &rest, accept, this);
+    Byte const* const at = findmany::next_place_ahead(m_tables, from, end, &rest, accepts);
     if (at != end) return reinterpret_cast<char const*>(at);
     p = reinterpret_cast<char const*>(rest);
   }
@@ -112,7 +112,8 @@ char const* LiteralSearch::next(char const* p) {
       m_first_seen = p != nullptr;
       return p;
     case Kind::kShortString:
-      return find_by_first_byte(p, m_strings.front().c_str(), m_strings.front().size(), m_first_seen);
+      return find_by_first_byte(p, m_strings.front().c_str(), m_strings.front().size(),
+                                m_first_seen);
     case Kind::kString:
       return str::search::find_first(p, m_strings.front().c_str(), m_search).match;
     case Kind::kSet:

@@ -53,7 +53,7 @@ class LiteralSearch {
 
  private:
   enum class Kind { kNone, kByte, kShortString, kString, kSet };
-  static bool accept(unsigned char const* place, void const* self);
+  bool some_string_at(unsigned char const* place) const;
   bool begins_at(unsigned char const* place, std::string const& s) const;
   char const* next_in_set(char const* p) const;
 
