@@ -221,18 +221,31 @@ class HoarySearcher final : public Searcher {
   }
 
   Byte const* skip(Byte const* p, Byte const* end) const override {
-    if (m_filter.width != 0) {
-      if (m_short) {
-        return next_place(m_filter, p, end,
-                          [this, end](Byte const* at) { return starts(at, end); });
-      }
-      // The filter passed three bytes: the hashed triples alone decide.
-      return next_place(m_filter, p, end, [this](Byte const* at) {
-        unsigned const triple = m_table[at[0]] << 16 | m_table[at[1]] << 8 | m_table[at[2]];
-        return has(m_triples, triple_slot(triple));
-      });
-    }
+    if (m_filter.width != 0) return filtered(p, end, [](Byte const*) { return true; });
     return m_short ? skip_by_pairs(p, end) : skip_by_triples(p, end);
+  }
+
+  // With the filter, the string at a place is chosen inside its loop, so
+  // that a place that begins no string (a name that only shares a stem
+  // with one of the strings) does not end the scan.
+  Byte const* next_hit(Byte const* p, Byte const* end, Hit* hit) const override {
+    if (m_filter.width == 0) return Searcher::next_hit(p, end, hit);
+    return filtered(p, end, [this, hit](Byte const* at) { return choose_at(at, hit); });
+  }
+
+  // The first place the filter passes that may begin a string and that
+  // `confirm` takes.
+  template <class Confirm>
+  Byte const* filtered(Byte const* p, Byte const* end, Confirm const& confirm) const {
+    if (m_short) {
+      return next_place(m_filter, p, end,
+                        [&](Byte const* at) { return starts(at, end) && confirm(at); });
+    }
+    // The filter passed three bytes: the hashed triples alone decide.
+    return next_place(m_filter, p, end, [&](Byte const* at) {
+      unsigned const triple = m_table[at[0]] << 16 | m_table[at[1]] << 8 | m_table[at[2]];
+      return has(m_triples, triple_slot(triple)) && confirm(at);
+    });
   }
 
   // With every string three bytes or longer: one look-up a place in the

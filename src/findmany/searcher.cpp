@@ -114,12 +114,18 @@ bool Searcher::choose_at(Byte const* p, Hit* hit) const {
   return choice.found;
 }
 
+Byte const* Searcher::next_hit(Byte const* p, Byte const* end, Hit* hit) const {
+  for (; p < end; ++p) {
+    p = skip(p, end);
+    if (p == end) break;
+    if (choose_at(p, hit)) return p;
+  }
+  return end;
+}
+
 char const* Searcher::search(Byte const* from, int* index) {
-  for (Byte const* p = from; p < m_end; ++p) {
-    p = skip(p, m_end);
-    if (p == m_end) break;
-    Hit hit{};
-    if (!choose_at(p, &hit)) continue;
+  Hit hit{};
+  if (Byte const* const p = next_hit(from, m_end, &hit); p != m_end) {
     if (index != nullptr) *index = hit.index;
     m_next = (m_flags & ZEAL_MANY_OVERLAP) ? p + 1 : p + hit.length;
     return reinterpret_cast<char const*>(p);

@@ -52,9 +52,14 @@ class Searcher {
   // shortest first, one per image; stops when `take` gives false.
   virtual void each_at(Byte const* p, Byte const* end, bool (*take)(void*, Hit),
                        void* context) const = 0;
+  // The first place in [p, end) at which a string is chosen, with it in
+  // `*hit`, else `end`: the places skip gives, each tried by choose_at.
+  virtual Byte const* next_hit(Byte const* p, Byte const* end, Hit* hit) const;
+  // Whether a string is chosen at `p` (the options' choice among those
+  // each_at gives), and which.
+  bool choose_at(Byte const* p, Hit* hit) const;
 
  private:
-  bool choose_at(Byte const* p, Hit* hit) const;
   char const* search(Byte const* from, int* index);
   void warn(char const* text, char const* member) const;
 
