@@ -18,7 +18,7 @@
 // children sit in a table of 256.  Strings that share a long stem (names
 // such as CustomerName and CustomerNumber) make chains of nodes with one
 // child and no string: the walk compares such a chain with the text in one
-// step, eight bytes at a time when no map or folding is involved.
+// step (one memcmp when no map or folding is involved).
 #include <algorithm>
 #include <cstring>
 #include <numeric>
@@ -145,16 +145,8 @@ class HoarySearcher final : public Searcher {
 
   // Whether the `n` bytes of the text at `text` have the images `chain`.
   bool same_images(Byte const* text, Byte const* chain, std::size_t n) const {
-    std::size_t i = 0;
-    if (m_identity) {
-      for (; i + 8 <= n; i += 8) {
-        std::uint64_t a, b;
-        std::memcpy(&a, text + i, 8);
-        std::memcpy(&b, chain + i, 8);
-        if (a != b) return false;
-      }
-    }
-    for (; i < n; ++i) {
+    if (m_identity) return std::memcmp(text, chain, n) == 0;
+    for (std::size_t i = 0; i < n; ++i) {
       if (m_table[text[i]] != chain[i]) return false;
     }
     return true;
@@ -220,8 +212,8 @@ class HoarySearcher final : public Searcher {
     return end - p >= 3 && has(m_triples, triple_slot(pair * 256u + m_table[p[2]]));
   }
 
+  // Without the filter (with it, next_hit below never calls skip).
   Byte const* skip(Byte const* p, Byte const* end) const override {
-    if (m_filter.width != 0) return filtered(p, end, [](Byte const*) { return true; });
     return m_short ? skip_by_pairs(p, end) : skip_by_triples(p, end);
   }
 
@@ -230,21 +222,14 @@ class HoarySearcher final : public Searcher {
   // with one of the strings) does not end the scan.
   Byte const* next_hit(Byte const* p, Byte const* end, Hit* hit) const override {
     if (m_filter.width == 0) return Searcher::next_hit(p, end, hit);
-    return filtered(p, end, [this, hit](Byte const* at) { return choose_at(at, hit); });
-  }
-
-  // The first place the filter passes that may begin a string and that
-  // `confirm` takes.
-  template <class Confirm>
-  Byte const* filtered(Byte const* p, Byte const* end, Confirm const& confirm) const {
     if (m_short) {
       return next_place(m_filter, p, end,
-                        [&](Byte const* at) { return starts(at, end) && confirm(at); });
+                        [&](Byte const* at) { return starts(at, end) && choose_at(at, hit); });
     }
     // The filter passed three bytes: the hashed triples alone decide.
     return next_place(m_filter, p, end, [&](Byte const* at) {
-      unsigned const triple = m_table[at[0]] << 16 | m_table[at[1]] << 8 | m_table[at[2]];
-      return has(m_triples, triple_slot(triple)) && confirm(at);
+      unsigned const triple = TripleIndex::key(m_table[at[0]], m_table[at[1]], m_table[at[2]]);
+      return has(m_triples, triple_slot(triple)) && choose_at(at, hit);
     });
   }
 

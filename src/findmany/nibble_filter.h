@@ -72,13 +72,12 @@ NibbleScan nibble_scan_neon();
 // is none, and the tables are read byte by byte.
 NibbleScan nibble_vector_scan();
 
-// The exact test of a place that passed the filter is the caller's
-// `accept(place)`, inlined here: with a few dozen strings the filter passes
-// a place in ten or so, and a call for each would cost more than the test.
-
 // The places in [*p, end) that a vector scan finds are handed to `accept`,
 // in order, until one passes (returned) or the scan finds no more (`end`
-// returned, `*p` the first place not looked at).
+// returned, `*p` the first place not looked at).  The exact test is the
+// caller's `accept(place)`, inlined: with a few dozen strings the filter
+// passes a place in ten or so, and a call for each would cost more than
+// the test.
 template <class Accept>
 Byte const* scan_places(NibbleScan scan, NibbleTables const& t, Byte const** p, Byte const* end,
                         Accept const& accept) {
@@ -110,22 +109,9 @@ Byte const* read_places(NibbleTables const& t, Byte const** p, Byte const* end,
 }
 
 // The first place in [p, end) that passes the filter and `accept`, or
-// `end`; only places with `width` bytes before `end` are looked at (no
-// string fits in the others).
-template <class Accept>
-Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end,
-                       Accept const& accept) {
-  if (end - p < t.width) return end;
-  if (NibbleScan const scan = nibble_vector_scan(); scan != nullptr) {
-    Byte const* const at = scan_places(scan, t, &p, end, accept);
-    if (at != end) return at;
-  }
-  return read_places(t, &p, end, accept);
-}
-
-// The same, for a caller with more text after `end` (measured a piece at
-// a time): only the places a whole vector reaches are looked at, so that
-// no place is read byte by byte at the piece's end; when none passes,
+// `end`, for a caller with more text after `end` (measured a piece at a
+// time): only the places a whole vector reaches are looked at, so that no
+// place is read byte by byte at the piece's end; when none passes,
 // `*rest` is the first place not looked at (where the next piece begins)
 // and `end` is returned.  Without a vector scan, every place with `width`
 // bytes before `end` is looked at.
@@ -138,6 +124,17 @@ Byte const* next_place_ahead(NibbleTables const& t, Byte const* p, Byte const* e
     return scan_places(scan, t, rest, end, accept);
   }
   return read_places(t, rest, end, accept);
+}
+
+// The same at the text's end: the places the vectors leave are read byte
+// by byte, so that every place with `width` bytes before `end` is looked at
+// (no string fits in the others).
+template <class Accept>
+Byte const* next_place(NibbleTables const& t, Byte const* p, Byte const* end,
+                       Accept const& accept) {
+  Byte const* rest = p;
+  Byte const* const at = next_place_ahead(t, p, end, &rest, accept);
+  return at != end ? at : read_places(t, &rest, end, accept);
 }
 
 }  // namespace zelstr::findmany
