@@ -72,6 +72,10 @@ TEST_F(RegExtras, Reverses) {
   EXPECT_EQ("^(c|ed)*ba", owned(_zstrregrev("ab(c|de)*$")));
   EXPECT_EQ("[]a-c]x|\\.y", owned(_zstrregrev("x[]a-c]|y\\.")));
   EXPECT_EQ("((b)a)+", owned(_zstrregrev("(a(b))+")));
+  // "[:" before a name that is no class is two members, and the list ends
+  // at the first "]" after it, as the compiler reads it.
+  EXPECT_EQ("1[x[:y[[:][[]", owned(_zstrregrev("[[][x[:y[[:]1")));
+  EXPECT_EQ("b[[:alpha:]]a", owned(_zstrregrev("a[[:alpha:]]b")));
 }
 
 // A small grammar of patterns every construct of which reverses.

@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "frame/memory.h"
+#include "regex/brackets.h"
 #include "regex/extras/report.h"
 #include "zelstr/regex.h"
 #include "zelstr/regextras.h"
@@ -99,23 +100,13 @@ class Reverser {
     }
   }
 
-  // The byte after the bracket list opening at `p`, read as the compiler
-  // reads it.
+  // The byte after the bracket list opening at `p`, read by the compiler's
+  // own reader (the pattern compiled, so the list is closed).
   char const* bracket_end(char const* p) const {
-    char const* x = p + 1;
-    if (*x == '^') ++x;
-    if (*x == ']' || *x == '-') ++x;
-    while (*x != '\0' && *x != ']') {
-      if (x[0] == '[' && x[1] == ':') {
-        char const* const close = std::strstr(x + 2, ":]");
-        if (close != nullptr) {
-          x = close + 2;
-          continue;
-        }
-      }
-      x += *x == '\\' && m_backslashes && x[1] != '\0' ? 2 : 1;
-    }
-    return *x == ']' ? x + 1 : x;
+    char const* const list = p[1] == '^' ? p + 2 : p + 1;
+    char const* error = nullptr;
+    return zelstr::regex::parse_bracket_list(
+        list, m_backslashes, [](unsigned char) {}, &error);
   }
 
   bool m_backslashes;
@@ -124,7 +115,8 @@ class Reverser {
 // Named groups and attached texts depend on the direction.
 bool has_direction(char const* pattern) {
   if (std::strchr(pattern, '@') == nullptr) return false;
-  if (std::strstr(pattern, "$$$(") != nullptr || std::strstr(pattern, ")$$$") != nullptr) return true;
+  if (std::strstr(pattern, "$$$(") != nullptr || std::strstr(pattern, ")$$$") != nullptr)
+    return true;
   for (char const* p = pattern; *p != '\0'; ++p) {
     bool const upper = p[1] >= 'A' && p[1] <= 'Z';
     if (p[0] == '(' && p[1] == '@' && p[2] >= 'A' && p[2] <= 'Z' && p[3] == '=') return true;
